@@ -1,0 +1,336 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "core/BasePlugin.h"
+
+#include <array>
+#include <utility>
+
+#include "core/FrameworkIds.h"
+#include "core/PluginAudioProcessor.h"
+#include "parameters/BoundedXml.h"
+#include "parameters/FloatParameter.h"
+#include "parameters/IntParameter.h"
+#include "parameters/StringParameter.h"
+
+namespace quilvane
+{
+
+namespace
+{
+
+constexpr double constructionRate = 44100.0; // Hz
+constexpr int numDebugParameters = 12;
+
+} // namespace
+
+BasePlugin::BasePlugin (std::unique_ptr<ParameterManager> manager, EmbeddedTextLoader embeddedTexts) :
+    loadEmbeddedText (std::move (embeddedTexts)),
+    parameters (std::move (manager))
+{
+    rateConstants.update (constructionRate);
+
+    parameters->loadFromXml (parseBoundedXml (loadEmbeddedText ("parameters.xml")).get());
+    parameters->addParameter (std::make_unique<StringParameter> (frameworkIds::presetName, "Preset Name", "Init"));
+    addQualityParameters();
+
+    if (const auto xml = parseBoundedXml (loadEmbeddedText ("events.xml")))
+        events.loadFromXml (*xml);
+
+    addFixedEvents();
+    pluginFile = juce::File::getSpecialLocation (juce::File::currentExecutableFile).getFullPathName();
+}
+
+BasePlugin::~BasePlugin() = default;
+
+void BasePlugin::addQualityParameters()
+{
+    qualityParameter = dynamic_cast<EnumParameter*> (parameters->getParameterByName ("Processing Quality"));
+
+    if (qualityParameter == nullptr)
+        return;
+
+    const auto addClone = [this] (int id, const juce::String& name)
+    {
+        parameters->addParameter (qualityParameter->clone (id, name));
+        return parameters->getParameter (id);
+    };
+
+    realTimeQuality = addClone (frameworkIds::realTimeQuality, "Real-time Processing Quality");
+    offlineQuality = addClone (frameworkIds::offlineQuality, "Offline Processing Quality");
+    addClone (frameworkIds::defaultRealTimeQuality, "Default Real-time Processing Quality");
+    addClone (frameworkIds::defaultOfflineQuality, "Default Offline Processing Quality");
+}
+
+void BasePlugin::addFixedEvents()
+{
+    static constexpr std::array<std::pair<int, const char*>, 13> fixedEvents { {
+        { eventIds::options, "Options" },
+        { eventIds::about, "About" },
+        { eventIds::selectNextPreset, "Select Next Preset" },
+        { eventIds::selectPreviousPreset, "Select Previous Preset" },
+        { eventIds::browsePresets, "Browse Presets" },
+        { eventIds::savePreset, "Save Preset" },
+        { eventIds::savePresetAs, "Save preset as" },
+        { eventIds::copyCurrentPreset, "Copy current preset" },
+        { eventIds::pasteCopiedPreset, "Paste copied preset" },
+        { eventIds::storeCurrentPreset, "Store current preset" },
+        { eventIds::toggleMidiLearn, "Toggle Midi Learn" },
+        { eventIds::restoreDefaultPreset, "Restore Default Preset" },
+        { eventIds::restoreCurrentPreset, "Restore Current Preset" },
+    } };
+
+    for (const auto& [uid, name] : fixedEvents)
+        events.addEvent (name, uid);
+}
+
+void BasePlugin::addDebugParametersAndEvents()
+{
+    for (int i = 0; i < numDebugParameters; ++i)
+    {
+        const juce::String number (i);
+        parameters->addParameter (std::make_unique<FloatParameter> (frameworkIds::firstDebugParameter + i,
+                                                                    "Debug Parameter " + number, 0.0f, 1.0f, 0.0f));
+        events.addEvent ("Debug Event " + number, eventIds::firstDebugEvent + i);
+    }
+}
+
+//==============================================================================
+void BasePlugin::initialiseEnvironment()
+{
+    if (usesHostParameterMap() && hasPresets())
+    {
+        numHostParameters = 0;
+
+        for (const auto& parameter : parameters->getParameters())
+            if (juce::isPositiveAndBelow (parameter->getId(), getNumPresetParameters()) && parameter->isAutomatable())
+                setHostParameter (numHostParameters++, parameter.get(), false);
+    }
+
+    if (usesDebugParameters())
+        addDebugParametersAndEvents();
+
+    for (const auto& parameter : parameters->getParameters())
+        parameter->addListener (this);
+
+    loadHostMap();
+    parameters->startUpdates();
+}
+
+void BasePlugin::initialiseContent()
+{
+    parameters->captureDefaults();
+
+    // All listeners and the core take the values that stand.
+    parameters->notifyAll();
+}
+
+//==============================================================================
+void BasePlugin::prepare (bool, bool) {}
+
+void BasePlugin::prepareToPlay (double sampleRate, int samplesPerBlock)
+{
+    const auto oldBlockSize = std::exchange (blockSize, samplesPerBlock);
+    const auto rateIsNew = rateConstants.update (sampleRate);
+    const auto isFirst = ! std::exchange (prepared, true);
+
+    offline = processor->isNonRealtime();
+    active = true;
+
+    applyQualityForMode();
+    refreshLatency();
+    prepare (rateIsNew || isFirst, oldBlockSize != samplesPerBlock);
+}
+
+void BasePlugin::releaseResources()
+{
+    active = false;
+    release();
+}
+
+void BasePlugin::processAudio (juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi, bool bypassed)
+{
+    // Hosts may begin to render offline with no new prepareToPlay.
+    if (! bypassed)
+    {
+        const auto isOffline = processor->isNonRealtime();
+
+        if (offline.exchange (isOffline) != isOffline)
+            applyQualityForMode();
+    }
+
+    callback = { &buffer,
+                 &midi,
+                 processor->getTotalNumInputChannels(),
+                 processor->getTotalNumOutputChannels(),
+                 processor->getPlayHead(),
+                 bypassed };
+
+    const juce::ScopedNoDenormals noDenormals;
+    process (callback);
+}
+
+void BasePlugin::applyQualityForMode()
+{
+    if (qualityParameter != nullptr)
+        qualityParameter->copyFrom (offline ? *offlineQuality : *realTimeQuality, true);
+}
+
+void BasePlugin::refreshLatency()
+{
+    // Tells the host if it differs.
+    if (processor != nullptr)
+        processor->setLatencySamples (getLatencySamples());
+}
+
+void BasePlugin::saveStateChunk (juce::MemoryBlock& destination)
+{
+    // The chunk that says nothing.
+    destination.setSize (1, true);
+}
+
+void BasePlugin::loadStateChunk (const void*, int) {}
+
+//==============================================================================
+void BasePlugin::parameterChanged (Parameter& parameter)
+{
+    if (&parameter == qualityParameter)
+        refreshLatency();
+    else if (parameter.getId() == frameworkIds::realTimeQuality)
+        applyQualityForMode();
+
+    const auto hostIndex = getHostIndex (parameter);
+
+    if (hostIndex != HostParameterMap::unmapped && ! hostMap.isSetByHost (hostIndex) && processor != nullptr)
+        processor->sendValueToHost (hostIndex, parameter.getNormalised());
+}
+
+void BasePlugin::parameterGestureBegan (Parameter& parameter)
+{
+    const auto hostIndex = getHostIndex (parameter);
+
+    if (hostIndex != HostParameterMap::unmapped && processor != nullptr)
+        processor->beginHostGesture (hostIndex);
+}
+
+void BasePlugin::parameterGestureEnded (Parameter& parameter)
+{
+    const auto hostIndex = getHostIndex (parameter);
+
+    if (hostIndex != HostParameterMap::unmapped && processor != nullptr)
+        processor->endHostGesture (hostIndex);
+}
+
+//==============================================================================
+Parameter* BasePlugin::getMappedParameter (int hostIndex) const noexcept
+{
+    return juce::isPositiveAndBelow (hostIndex, getNumHostParameters()) ? hostMap.get (hostIndex) : nullptr;
+}
+
+juce::String BasePlugin::getHostParameterName (int hostIndex) const
+{
+    if (! juce::isPositiveAndBelow (hostIndex, getNumHostParameters()))
+        return {};
+
+    const auto* parameter = hostMap.get (hostIndex);
+    return parameter != nullptr ? parameter->getName() : "Parameter " + juce::String (hostIndex + 1);
+}
+
+juce::String BasePlugin::getHostParameterText (int hostIndex) const
+{
+    if (! juce::isPositiveAndBelow (hostIndex, getNumHostParameters()))
+        return {};
+
+    const auto* parameter = hostMap.get (hostIndex);
+    return parameter != nullptr ? parameter->getDisplayText() : juce::String (hostMap.getHostValue (hostIndex), 8);
+}
+
+float BasePlugin::getHostParameterValue (int hostIndex) const
+{
+    if (! juce::isPositiveAndBelow (hostIndex, getNumHostParameters()))
+        return 0.0f;
+
+    const auto* parameter = hostMap.get (hostIndex);
+    return parameter != nullptr ? parameter->getNormalised() : hostMap.getHostValue (hostIndex);
+}
+
+float BasePlugin::getHostParameterDefault (int hostIndex) const
+{
+    const auto* parameter = getMappedParameter (hostIndex);
+    return parameter != nullptr ? parameters->getDefaultNormalised (parameter->getId()) : 0.0f;
+}
+
+bool BasePlugin::isHostParameterMeta (int hostIndex) const
+{
+    const auto* parameter = getMappedParameter (hostIndex);
+    return parameter != nullptr && parameter->isMeta();
+}
+
+void BasePlugin::setHostParameterValue (int hostIndex, float value)
+{
+    if (! juce::isPositiveAndBelow (hostIndex, getNumHostParameters()))
+        return;
+
+    hostMap.setHostValue (hostIndex, value);
+
+    if (auto* parameter = hostMap.get (hostIndex))
+    {
+        const HostParameterMap::ScopedHostSet scope (hostMap, hostIndex);
+        parameter->setNormalised (value, true);
+    }
+}
+
+//==============================================================================
+void BasePlugin::setHostParameter (int hostIndex, Parameter* parameter, bool notify)
+{
+    if (parameter == nullptr)
+        return clearHostParameter (hostIndex);
+
+    clearHostParameter (getHostIndex (*parameter));
+
+    if (! parameter->isAutomatable())
+        return;
+
+    if (hostIndex < getNumHostParameters())
+        hostMap.assign (hostIndex, *parameter);
+
+    if (notify)
+    {
+        if (processor != nullptr)
+            processor->updateHostDisplay();
+
+        hostMapBroadcaster.sendChangeMessage();
+    }
+}
+
+void BasePlugin::clearHostParameter (int hostIndex)
+{
+    if (hostIndex < getNumHostParameters() && hostMap.clear (hostIndex))
+        hostMapBroadcaster.sendChangeMessage();
+}
+
+void BasePlugin::loadHostMapXml (const juce::XmlElement& xml)
+{
+    if (! xml.getTagName().equalsIgnoreCase ("HostParametersMap")
+        || ! xml.getStringAttribute ("name").equalsIgnoreCase (getProductName()))
+        return;
+
+    hostMap.clearAll();
+
+    for (const auto* assign : xml.getChildWithTagNameIterator ("assign"))
+        setHostParameter (assign->getIntAttribute ("hostParam") - 1,
+                          parameters->getParameterByName (assign->getStringAttribute ("pluginParam")), true);
+
+    hostMapBroadcaster.sendChangeMessage();
+}
+
+void BasePlugin::loadHostMap()
+{
+    const auto embeddedName = ("default." + getShortName() + "hpmap").toLowerCase();
+    const auto xml =
+        useHostMapFile ? parseBoundedXml (juce::File (hostMapFile)) : parseBoundedXml (loadEmbeddedText (embeddedName));
+
+    if (xml != nullptr)
+        loadHostMapXml (*xml);
+}
+
+} // namespace quilvane

@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <memory>
+
+#include <juce_audio_processors/juce_audio_processors.h>
+
+#include "core/ProcessContext.h"
+#include "core/SoftwareDesignation.h"
+#include "dsp/SampleRateConstants.h"
+#include "parameters/EventsMap.h"
+#include "parameters/HostParameterMap.h"
+#include "parameters/ParameterManager.h"
+
+namespace quilvane
+{
+
+class PluginAudioProcessor;
+
+/** The reusable core of every product: it owns the parameters, the host's view of them, the events
+    and the processing quality, and forwards audio to the effect that derives from it.
+
+    A product overrides the virtual operations; nothing here names one. It is built in stages by
+    PluginAudioProcessor::setPlugin(), all on the thread on which the host creates the plug-in and
+    before any audio: constructor, initialiseEnvironment(), createDspCore(), initialiseContent().
+
+    Owned by its PluginAudioProcessor. Nothing in the start-up fails but for an exception: what is
+    missing leaves defaults in force.
+*/
+class BasePlugin : public SoftwareDesignation, protected Parameter::Listener
+{
+public:
+    /** Reads a text that is embedded in the plug-in's binary, by its bare file name; empty if there
+        is none of that name. */
+    using EmbeddedTextLoader = std::function<juce::String (const juce::String& name)>;
+
+    BasePlugin (std::unique_ptr<ParameterManager>, EmbeddedTextLoader);
+    ~BasePlugin() override;
+
+    //==============================================================================
+    // The stages of the start-up after the constructor.
+
+    virtual void initialiseEnvironment();
+    virtual void createDspCore() {}
+    virtual void initialiseContent();
+
+    /** The link back to the owner; set once, right after both are constructed. */
+    void setProcessor (PluginAudioProcessor* owner) noexcept { processor = owner; }
+
+    //==============================================================================
+    // What the processor forwards from the host.
+
+    void prepareToPlay (double sampleRate, int samplesPerBlock);
+    void releaseResources();
+
+    /** The audio callback, with denormal numbers flushed to zero until it returns. */
+    void processAudio (juce::AudioBuffer<float>&, juce::MidiBuffer&, bool bypassed);
+
+    virtual int getNumHostParameters() const { return numHostParameters; }
+    juce::String getHostParameterName (int hostIndex) const;
+    juce::String getHostParameterText (int hostIndex) const;
+
+    /** Normalised; of an unmapped index the value that the host last set. */
+    float getHostParameterValue (int hostIndex) const;
+    float getHostParameterDefault (int hostIndex) const;
+    bool isHostParameterMeta (int hostIndex) const;
+
+    /** The host sets a parameter. Any thread; the change isn't sent back.
+        @param value normalised; values beyond 0 to 1 are clamped, NaN changes nothing */
+    void setHostParameterValue (int hostIndex, float value);
+
+    /** Refreshes the latency that the processor reports to the host. */
+    void refreshLatency();
+
+    /** What the host keeps of this instance in its project. */
+    void saveStateChunk (juce::MemoryBlock&);
+
+    /** Restores what saveStateChunk() wrote; anything else changes nothing. */
+    void loadStateChunk (const void* data, int size);
+
+    virtual bool isBusesLayoutSupported (const juce::AudioProcessor::BusesLayout&) const { return true; }
+    virtual bool producesMidi() const { return false; }
+    virtual int getLatencySamples() const { return 0; }
+
+    //==============================================================================
+    // The host parameter map: which parameter stands at which index of the host. Message thread.
+
+    /** Maps a parameter to an index, from where it stood before; does nothing for one that isn't
+        automatable but to clear its old index. Null clears the index. */
+    void setHostParameter (int hostIndex, Parameter*, bool notify);
+    void clearHostParameter (int hostIndex);
+
+    /** The host index of a parameter; HostParameterMap::unmapped for none. Any thread. */
+    int getHostIndex (const Parameter& parameter) const noexcept { return hostMap.indexOf (parameter); }
+
+    /** Replaces the map by that of a document ("HostParametersMap"); one for another product is
+        ignored. */
+    void loadHostMapXml (const juce::XmlElement&);
+
+    /** Loads the user's map file, or else the product's embedded map if it has one. */
+    void loadHostMap();
+
+    /** Tells the user interface of changes of the map. */
+    juce::ChangeBroadcaster& getHostMapBroadcaster() noexcept { return hostMapBroadcaster; }
+
+    //==============================================================================
+    ParameterManager& getParameters() noexcept { return *parameters; }
+    const ParameterManager& getParameters() const noexcept { return *parameters; }
+    EventsMap& getEvents() noexcept { return events; }
+    const SampleRateConstants& getRateConstants() const noexcept { return rateConstants; }
+
+    /** Whether the host has prepared the plug-in and not released it since. Any thread. */
+    bool isActive() const noexcept { return active; }
+
+    juce::String getProductName() const override { return "BasePlugin"; }
+    juce::String getPluginFile() const override { return pluginFile; }
+
+    /** Two letters or so, in the extensions of the product's files. */
+    virtual juce::String getShortName() const { return "XX"; }
+
+    /** How many parameters from the start of the table belong to a preset. */
+    virtual int getNumPresetParameters() const { return 0; }
+    virtual bool hasPresets() const = 0;
+
+protected:
+    virtual bool usesHostParameterMap() const { return false; }
+    virtual bool usesDebugParameters() const { return false; }
+
+    /** Before audio, after the quality has been chosen.
+        @param rateChanged true the first time and whenever the rate is a new one */
+    virtual void prepare (bool rateChanged, bool blockSizeChanged);
+    virtual void release() {}
+    virtual void process (ProcessContext&) {}
+
+    /** A controller message of the host, between the samples before and after it; audio thread. */
+    virtual void handleController (const juce::MidiMessage&) {}
+
+    // Parameter::Listener, on the thread of the change.
+    void parameterChanged (Parameter&) override;
+    void parameterGestureBegan (Parameter&) override;
+    void parameterGestureEnded (Parameter&) override;
+
+private:
+    void addQualityParameters();
+    void addFixedEvents();
+    void addDebugParametersAndEvents();
+    void applyQualityForMode();
+    Parameter* getMappedParameter (int hostIndex) const noexcept;
+
+    const EmbeddedTextLoader loadEmbeddedText;
+    std::unique_ptr<ParameterManager> parameters;
+
+    HostParameterMap hostMap;
+    juce::ChangeBroadcaster hostMapBroadcaster;
+    juce::String hostMapFile;
+    bool useHostMapFile = false;
+    int numHostParameters = 128;
+    EventsMap events;
+
+    // All null in a product without "Processing Quality".
+    Parameter* qualityParameter = nullptr;
+    Parameter* realTimeQuality = nullptr;
+    Parameter* offlineQuality = nullptr;
+
+    std::atomic<bool> offline { false };
+    std::atomic<bool> active { false };
+    SampleRateConstants rateConstants;
+    int blockSize = 0;
+    bool prepared = false;
+    juce::String pluginFile;
+    PluginAudioProcessor* processor = nullptr;
+    ProcessContext callback;
+
+    JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (BasePlugin)
+};
+
+} // namespace quilvane

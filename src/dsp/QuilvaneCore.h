@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "dsp/GlassRailEffectCore.h"
+#include "dsp/QuilvaneLFO.h"
+#include "dsp/QuilvaneOTA.h"
+#include "dsp/SmoothedValues.h"
+
+namespace quilvane
+{
+
+/** The complete stereo phaser.
+
+    Each side's all-pass cut-off is 13.75 Hz * 2^((note - 9) / 12), with
+    note = centre + depth1 * lfo1 + depth2 * lfo2. The oscillators are taken unipolar (0 to 1), so that
+    they only ever sweep upward from the centre, each by up to 63 semitones; the stereo phase shifts
+    those of the right side. All control values are applied per sample.
+
+    A side whose input has been silent for about 0.6 s is not run and gives exact silence.
+*/
+class QuilvaneCore final : public GlassRailEffectCore
+{
+public:
+    explicit QuilvaneCore (const SampleRateConstants&);
+
+    void prepare (bool sampleRateChanged) override;
+    void parameterChanged (const Parameter&) override;
+    void tempoChanged (double bpm) override;
+    void songPositionChanged (double ppq) override;
+    void processStereo (const float* inLeft, const float* inRight, float* outLeft, float* outRight, int numSamples,
+                        bool bypassed) override;
+
+    /** The left oscillators' outputs at the end of the last call, 0 to 1; 0 while bypassed. Any thread. */
+    float getLFO1Value() const noexcept { return lfo1Value.load (std::memory_order_relaxed); }
+    float getLFO2Value() const noexcept { return lfo2Value.load (std::memory_order_relaxed); }
+
+private:
+    /** The oscillators of one side, as unipolar values of this sample. */
+    struct LFOValues
+    {
+        float first;
+        float second;
+    };
+
+    /** One side of the phaser: its oscillators, its networks of both qualities and its gate. */
+    struct Side
+    {
+        explicit Side (const SampleRateConstants&);
+
+        LFOValues nextLFOs() noexcept;
+
+        QuilvaneOTA_Normal normal;
+        QuilvaneOTA_High high;
+        QuilvaneLFO lfo1, lfo2;
+        bool active = false;
+        double envelope = 0.0; // activity, 1 at the last sample above the threshold
+        float meterHold = 0.0f;
+    };
+
+    enum ModulationIndex : size_t
+    {
+        centreNote,
+        depth1, // semitones
+        depth2, // semitones
+        outputGain,
+        numModulations
+    };
+
+    template <typename Function>
+    void forEachNetwork (Function&&);
+
+    template <typename Function>
+    void forEachLFO (Function&&);
+
+    void lfoParameterChanged (const Parameter&, QuilvaneLFO Side::*lfo, int firstId);
+    void detectActivity (Side&, float input) const noexcept;
+    void releaseIfSilent (Side&) const noexcept;
+    float processSide (Side&, LFOValues, float input) noexcept;
+    double processNetwork (Side&, double frequency, double input) const noexcept;
+    void updateMeter (Side&, float output) const noexcept;
+
+    int quality = 0; // 0 normal, 1 high
+    double silenceDecay;
+    SmoothedValues<numModulations> modulation;
+    SmoothedValues<1> stereoPhase;
+    Side left, right;
+    double tempo = 0.0;
+    std::atomic<float> lfo1Value { 0.0f };
+    std::atomic<float> lfo2Value { 0.0f };
+};
+
+} // namespace quilvane

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <cstdint>
+
+#include "dsp/Clock.h"
+#include "dsp/SampleRateConstants.h"
+
+namespace quilvane
+{
+
+/** One low-frequency oscillator, free-running or synced to the host's tempo.
+
+    Bipolar output, -1 to 1, through a one-pole lag that rounds the steps of the square, the ramps
+    and the random steps. Driven by QuilvaneCore under its lock.
+*/
+class QuilvaneLFO
+{
+public:
+    enum class Waveform
+    {
+        triangle = 0,
+        sine = 1, // 45 degrees behind its zero crossing
+        square = 2,
+        rampDown = 3,
+        rampUp = 4,
+        sampleAndHold = 5, // bipolar steps, one per cycle
+        hyperTriangle = 6, // with a curved edge at the top
+    };
+
+    explicit QuilvaneLFO (const SampleRateConstants&);
+
+    /** After a change of the sample rate: phase 0, the next random step, and the new increment. */
+    void prepare();
+
+    void setWaveform (Waveform newWaveform) noexcept { waveform = newWaveform; }
+
+    /** @param shouldSync whether the note value and tempo give the rate, else setRate() does */
+    void setSync (bool shouldSync);
+    void setRate (double hz);
+
+    /** The index of NoteValue. */
+    void setNoteRate (int noteIndex);
+    void setNoteScale (NoteValue::Scale);
+
+    /** @param bpm beats (quarter notes) per minute */
+    void setTempo (double bpm);
+
+    /** Places the phase of a synced oscillator on the song's grid; a free one only keeps it.
+        @param ppq quarter notes from the start of the song */
+    void setSongPosition (double ppq);
+
+    /** What is added to the phase when the waveform is read, in radians. */
+    void setPhaseOffset (double radians) noexcept { phaseOffset = radians; }
+
+    /** The output for this sample; goes on to the next. */
+    void next (float& out) noexcept;
+
+    /** Hz */
+    double getEffectiveRate() const noexcept { return effectiveRate; }
+
+private:
+    void updateIncrement();
+    void drawRandomStep() noexcept;
+    double readPhaseAndWrap() noexcept;
+    float readWaveform (double readPhase) noexcept;
+
+    const SampleRateConstants& rateConstants;
+    Waveform waveform = Waveform::triangle;
+    double phase = 0.0;          // radians
+    double phaseOffset = 0.0;    // radians
+    double increment = 0.0;      // radians per sample
+    const double lagCoefficient; // per sample, that of the rate at construction at any rate
+    double lagged = 0.0;
+
+    // Two words of state; every oscillator starts from the same, so that oscillators of one rate and
+    // phase draw the same sequence.
+    uint32_t randomA = 1732584193;
+    uint32_t randomB = 4023233417;
+    float held = 0.0f;
+    bool firstHalf = false;
+
+    bool synced = false;
+    double effectiveRate = 0.0; // Hz
+    double rate = 0.0;          // Hz
+    Clock clock;
+};
+
+} // namespace quilvane

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <array>
+
+#include "dsp/OversampleIIR.h"
+#include "dsp/SampleRateConstants.h"
+#include "dsp/TPTOnePole.h"
+
+namespace quilvane
+{
+
+/** One channel of the phaser's network, at the oversampled rate and in double precision.
+
+    Input conditioning (two high-passes and a low-pass), then up to eight first-order all-pass
+    sections of one cut-off inside a feedback loop that is closed through an estimate of the chain's
+    output, then the mix. Every operation is linear; there is no saturation and no guard against
+    values that are not finite.
+
+    The five fixed sections keep the tuning that they get for the rate at construction, whatever the
+    rate later is: that is the sound. Driven by QuilvaneCore under its lock.
+*/
+class QuilvaneOTA
+{
+public:
+    /** @param oversampling the factor at which process() will be called */
+    QuilvaneOTA (const SampleRateConstants&, double oversampling);
+
+    /** After a change of the sample rate: retunes the all-pass sections and clears their states, and
+        lets the smoothed values jump to their targets. */
+    void reset();
+
+    /** Clears the states of the sections if one of them is no longer finite. */
+    void recoverSections() noexcept;
+
+    /** Any number but 4, 6 or 8 counts as 2. Sections left out keep their states. */
+    void setStageCount (int sections) noexcept { stageCount = sections; }
+
+    /** @param mix of the whole effect, from 0 (input) to 1 */
+    void setMix (float mix) noexcept { target.mix = static_cast<double> (mix); }
+
+    /** @param feedback the loop's gain, from 0 to 0.95. It also raises the share of the all-passes in
+        the wet sum, and the amount of the loop's high-passes, which steps without smoothing. */
+    void setFeedback (float feedback) noexcept;
+
+    //==============================================================================
+    /** Tunes the all-passes, from 0 to 12543.854 Hz; once per sample of the base rate. */
+    void setFrequency (double hz) noexcept;
+
+    /** One step of the smoothed values; once per sample of the base rate, after setFrequency(). */
+    void smooth() noexcept;
+
+    /** One sample at the oversampled rate, in place. */
+    void process (double& sample) noexcept;
+
+    double getFrequency() const noexcept { return frequency; }
+
+private:
+    static constexpr size_t maximumStages = 8;
+
+    /** The weights of all-pass states and the loop gain that belong to one number of stages. */
+    template <size_t NumStages>
+    double processLoop (double conditioned, double loopGain) noexcept;
+
+    struct Smoothed
+    {
+        double mix = 0.0;
+        double feedback = 0.0;
+        double wetMix = 0.0; // of the conditioned input and the all-passes
+    };
+
+    const SampleRateConstants& rateConstants;
+    const double oversampling;
+
+    Smoothed current, target;
+    double smoothingBase;
+    double smoothingCoefficient;
+
+    TPTOnePole inputHighPass1, inputHighPass2;
+    TPTOnePole loopHighPass1, loopHighPass2;
+    TPTOnePole inputLowPass;
+    std::array<TPTOnePole, maximumStages> allpass;
+
+    int stageCount = 2;
+    double frequency = 1000.0; // Hz
+    double loopHighPassAmount = 1.0;
+
+    double stateGain = 0.0;          // b = 2 / (g + 1)
+    double allpassCoefficient = 0.0; // a = 2 G - 1
+    double loopGain2 = 1.0;          // 1 / (1 - a^N feedback)
+    double loopGain4 = 1.0;
+    double loopGain6 = 1.0;
+    double loopGain8 = 1.0;
+};
+
+//==============================================================================
+/** The network behind an oversampler of its factor. */
+template <int OversamplingStages>
+class OversampledOTA final : public OversampleIIR::Base<double, OversamplingStages>, public QuilvaneOTA
+{
+public:
+    using Oversampler = OversampleIIR::Base<double, OversamplingStages>;
+
+    explicit OversampledOTA (const SampleRateConstants& constants) :
+        QuilvaneOTA (constants, static_cast<double> (Oversampler::factor))
+    {
+    }
+
+    /** One sample at the base rate, at unit gain. */
+    double processBaseRate (double sample) noexcept
+    {
+        Oversampler::process (sample);
+        return sample * Oversampler::gain;
+    }
+
+    /** After input that was not finite: clears what it left. Other histories are kept. */
+    void recover() noexcept
+    {
+        Oversampler::recoverFilters();
+        recoverSections();
+    }
+
+private:
+    void processOversampled (double& sample) noexcept override { QuilvaneOTA::process (sample); }
+};
+
+using QuilvaneOTA_Normal = OversampledOTA<3>;
+using QuilvaneOTA_High = OversampledOTA<4>;
+
+} // namespace quilvane

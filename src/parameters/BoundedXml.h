@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <memory>
+
+#include <juce_core/juce_core.h>
+
+namespace quilvane
+{
+
+/** Parses an XML document that may come from anywhere.
+
+    A document with more than maximumXmlBytes bytes of UTF-8 or with elements nested deeper than
+    maximumXmlDepth is refused, as is one with a document type declaration: the parser is recursive,
+    and entities can grow without bound. None of our own documents comes near these bounds.
+
+    @returns null for an unreadable or refused document
+*/
+std::unique_ptr<juce::XmlElement> parseBoundedXml (const juce::String& text);
+
+/** The same for a file; one that is missing or too large gives null and is not read. */
+std::unique_ptr<juce::XmlElement> parseBoundedXml (const juce::File& file);
+
+constexpr int maximumXmlBytes = 4 * 1024 * 1024;
+constexpr int maximumXmlDepth = 64;
+
+} // namespace quilvane

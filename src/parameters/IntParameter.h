@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "parameters/Parameter.h"
+
+namespace quilvane
+{
+
+/** An integer in a range. */
+class IntParameter : public Parameter
+{
+public:
+    IntParameter (int id, const juce::String& name, int minimum, int maximum, int defaultValue);
+
+    std::unique_ptr<Parameter> clone (int newId, const juce::String& newName) const override;
+
+    int getMinimum() const noexcept { return minimum; }
+    int getMaximum() const noexcept { return maximum; }
+
+    float getFloat() const override;
+    float getNormalised() const override;
+    int getInt() const override;
+
+    /** True for every value but the minimum. */
+    bool getBool() const override;
+    juce::String getString() const override;
+    juce::var getVar() const override;
+
+    /** Truncates towards zero. */
+    void setFloat (float value, bool notify) override;
+
+    /** Rounds to the nearest value. */
+    void setNormalised (float value, bool notify) override;
+    void setInt (int value, bool notify) override;
+    void setBool (bool value, bool notify) override;
+    void setString (const juce::String& text, bool notify) override;
+    void copyFrom (const Parameter& other, bool notify) override;
+
+protected:
+    /** Changes the range and clamps the value into it, with a notification if that changed it. */
+    void setRange (int newMinimum, int newMaximum);
+
+private:
+    void store (int newValue, bool notify);
+
+    int minimum;
+    int maximum;
+    std::atomic<int> value;
+};
+
+//==============================================================================
+/** One of a list of names; the value is the index in the list. */
+class EnumParameter : public IntParameter
+{
+public:
+    /** Starts with no names and the value 0. */
+    EnumParameter (int id, const juce::String& name);
+
+    std::unique_ptr<Parameter> clone (int newId, const juce::String& newName) const override;
+
+    /** Takes the names from a text that separates them with ";". */
+    void setEnumNames (const juce::String& text);
+
+    const juce::StringArray& getEnumNames() const noexcept { return names; }
+
+    /** The name of the value. */
+    juce::String getString() const override;
+
+    /** Takes a name, compared exactly; any other text is read as a normalised number. */
+    void setString (const juce::String& text, bool notify) override;
+
+private:
+    juce::StringArray names;
+    juce::String namesText;
+};
+
+//==============================================================================
+/** A MIDI note, 0 to 127, written as letter, "-" or "#", and octave: "C-4", "F#H" (H is octave 10). */
+class NoteParameter : public IntParameter
+{
+public:
+    NoteParameter (int id, const juce::String& name, int defaultNote);
+
+    std::unique_ptr<Parameter> clone (int newId, const juce::String& newName) const override;
+
+    juce::String getString() const override;
+
+    /** Takes a note name; any other text is read as a normalised number. */
+    void setString (const juce::String& text, bool notify) override;
+
+    /** The note of a three-character name, at most 127; -1 for any other text. */
+    static int parseNoteName (const juce::String& text);
+};
+
+} // namespace quilvane

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "parameters/Parameter.h"
+
+#include "parameters/UpdateRelay.h"
+
+namespace quilvane
+{
+
+Parameter::Parameter (int id, const juce::String& name) : parameterId (id), parameterName (name) {}
+
+Parameter::~Parameter()
+{
+    cancelPendingUpdate();
+}
+
+void Parameter::copyPropertiesTo (Parameter& other) const
+{
+    other.automatable = automatable;
+    other.meta = meta;
+    other.unit = unit;
+    other.format = format;
+    other.textFormatter = textFormatter;
+}
+
+juce::String Parameter::getDisplayText() const
+{
+    if (format != ValueFormat::none)
+        return formatValue (format, { getFloat(), getNormalised(), getInt() }, unit);
+
+    return textFormatter != nullptr ? textFormatter->getText (*this) : getString() + unit;
+}
+
+void Parameter::addListener (Listener* listener)
+{
+    listeners.add (listener);
+}
+
+void Parameter::removeListener (Listener* listener)
+{
+    listeners.remove (listener);
+}
+
+void Parameter::addAsyncListener (Listener* listener)
+{
+    asyncListeners.add (listener);
+}
+
+void Parameter::removeAsyncListener (Listener* listener)
+{
+    asyncListeners.remove (listener);
+}
+
+void Parameter::beginGesture()
+{
+    if (! gestureActive.exchange (true))
+        listeners.call ([this] (Listener& l) { l.parameterGestureBegan (*this); });
+}
+
+void Parameter::endGesture()
+{
+    if (gestureActive.exchange (false))
+        listeners.call ([this] (Listener& l) { l.parameterGestureEnded (*this); });
+}
+
+void Parameter::notifyListeners()
+{
+    listeners.call ([this] (Listener& l) { l.parameterChanged (*this); });
+    triggerUpdate();
+}
+
+void Parameter::triggerUpdate()
+{
+    if (relay == nullptr || relay->isMessageThread())
+    {
+        triggerAsyncUpdate();
+        return;
+    }
+
+    updateDeferred.store (true, std::memory_order_release);
+    relay->requestPoll();
+}
+
+void Parameter::deliverDeferredUpdate()
+{
+    if (updateDeferred.exchange (false, std::memory_order_acquire))
+        handleAsyncUpdate();
+}
+
+void Parameter::handleAsyncUpdate()
+{
+    asyncListeners.call ([this] (Listener& l) { l.parameterChanged (*this); });
+}
+
+} // namespace quilvane

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "parameters/UpdateRelay.h"
+
+namespace quilvane
+{
+
+UpdateRelay::UpdateRelay (std::function<void()> pollFunction) : poll (std::move (pollFunction)) {}
+
+UpdateRelay::~UpdateRelay()
+{
+    stopTimer();
+}
+
+void UpdateRelay::start()
+{
+    startTimer (intervalMs);
+}
+
+bool UpdateRelay::isMessageThread() const noexcept
+{
+    return messageThread.load (std::memory_order_relaxed) == juce::Thread::getCurrentThreadId();
+}
+
+void UpdateRelay::timerCallback()
+{
+    messageThread.store (juce::Thread::getCurrentThreadId(), std::memory_order_relaxed);
+
+    if (pollRequested.exchange (false, std::memory_order_acquire))
+        poll();
+}
+
+} // namespace quilvane

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <memory>
+
+#include "core/PluginAudioProcessor.h"
+#include "product/GlassRailEffect.h"
+
+namespace quilvane
+{
+
+/** The product: identity texts and factories. */
+class Quilvane final : public GlassRailEffect
+{
+public:
+    Quilvane();
+    ~Quilvane() override;
+
+    /** A complete processor with its plug-in, as hosts get it. May throw while it is built. */
+    static std::unique_ptr<PluginAudioProcessor> createProcessor();
+
+    /** The texts that are embedded in the binary. */
+    static juce::String loadEmbeddedText (const juce::String& name);
+
+    juce::String getProductName() const override { return "Quilvane 2"; }
+    juce::String getDescription() const override { return "Steerable Spatial Phaser"; }
+    juce::String getVersion() const override { return "2.0.0"; }
+    juce::String getWebPage() const override { return "https://quilvane.example/quilvane-2"; }
+    juce::String getYear() const override { return "2018"; }
+    juce::String getReleaseDate() const override { return "2018-09-11"; }
+    juce::String getExtraInfo() const override { return {}; }
+    juce::String getBuildId() const override { return "qv2-1"; }
+    juce::String getFormatName() const override { return "VST"; }
+    juce::String getArchitecture() const override { return "64bit"; }
+    juce::String getReleaseChannel() const override;
+    juce::String getDisplayVersion() const override { return getVersion(); }
+    juce::String getRevision() const override { return "0"; }
+
+    juce::String getShortName() const override { return "QV"; }
+    int getNumPresetParameters() const override;
+    int getNumHostParameters() const override;
+    bool hasPresets() const override { return true; }
+
+protected:
+    std::unique_ptr<GlassRailEffectCore> makeCore() override;
+    bool usesHostParameterMap() const override { return true; }
+    bool allowsMono() const override { return false; }
+    bool usesTransport() const override { return true; }
+};
+
+} // namespace quilvane
