@@ -118,6 +118,9 @@ void BasePlugin::initialiseEnvironment()
 
 void BasePlugin::initialiseContent()
 {
+    if (hasPresets())
+        fillPreset (defaultPreset);
+
     parameters->captureDefaults();
 
     // All listeners and the core take the values that stand.
@@ -181,14 +184,6 @@ void BasePlugin::refreshLatency()
     if (processor != nullptr)
         processor->setLatencySamples (getLatencySamples());
 }
-
-void BasePlugin::saveStateChunk (juce::MemoryBlock& destination)
-{
-    // The chunk that says nothing.
-    destination.setSize (1, true);
-}
-
-void BasePlugin::loadStateChunk (const void*, int) {}
 
 //==============================================================================
 void BasePlugin::parameterChanged (Parameter& parameter)

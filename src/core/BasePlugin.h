@@ -8,6 +8,7 @@
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
+#include "content/Preset.h"
 #include "core/ProcessContext.h"
 #include "core/SoftwareDesignation.h"
 #include "dsp/SampleRateConstants.h"
@@ -75,10 +76,12 @@ public:
     /** Refreshes the latency that the processor reports to the host. */
     void refreshLatency();
 
-    /** What the host keeps of this instance in its project. */
-    void saveStateChunk (juce::MemoryBlock&);
+    /** What the host keeps of this instance in its project: the processing qualities, the preset's
+        parameters and its name, as XML in the binary form of juce::AudioProcessor. */
+    void saveStateChunk (juce::MemoryBlock&) const;
 
-    /** Restores what saveStateChunk() wrote; anything else changes nothing. */
+    /** Restores what saveStateChunk() wrote. What is missing there keeps its value, but for
+        parameters of the preset, which take their defaults; damaged or foreign data changes nothing. */
     void loadStateChunk (const void* data, int size);
 
     virtual bool isBusesLayoutSupported (const juce::AudioProcessor::BusesLayout&) const { return true; }
@@ -138,6 +141,9 @@ protected:
     /** A controller message of the host, between the samples before and after it; audio thread. */
     virtual void handleController (const juce::MidiMessage&) {}
 
+    /** A preset or a state has been applied to the parameters; message or host thread. */
+    virtual void presetApplied() {}
+
     // Parameter::Listener, on the thread of the change.
     void parameterChanged (Parameter&) override;
     void parameterGestureBegan (Parameter&) override;
@@ -148,6 +154,12 @@ private:
     void addFixedEvents();
     void addDebugParametersAndEvents();
     void applyQualityForMode();
+    bool isValidStateXml (const juce::XmlElement&) const;
+    std::unique_ptr<juce::XmlElement> createState() const;
+    void restoreState (const juce::XmlElement&);
+    void restoreQualities (const juce::XmlElement* preset);
+    void fillPreset (Preset&) const;
+    void applyPreset (const Preset&);
     Parameter* getMappedParameter (int hostIndex) const noexcept;
 
     const EmbeddedTextLoader loadEmbeddedText;
@@ -164,6 +176,9 @@ private:
     Parameter* qualityParameter = nullptr;
     Parameter* realTimeQuality = nullptr;
     Parameter* offlineQuality = nullptr;
+
+    // The values before any preset or state was applied.
+    Preset defaultPreset;
 
     std::atomic<bool> offline { false };
     std::atomic<bool> active { false };

@@ -81,6 +81,15 @@ void GlassRailEffect::parameterChanged (Parameter& parameter)
     BasePlugin::parameterChanged (parameter);
 }
 
+void GlassRailEffect::presetApplied()
+{
+    if (core == nullptr)
+        return;
+
+    const juce::ScopedLock scope (effectLock);
+    core->songPositionChanged (0.0);
+}
+
 //==============================================================================
 void GlassRailEffect::process (ProcessContext& context)
 {

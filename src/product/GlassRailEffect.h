@@ -50,6 +50,9 @@ protected:
     void process (ProcessContext&) override;
     void parameterChanged (Parameter&) override;
 
+    /** Synced oscillators start again at phase zero. */
+    void presetApplied() override;
+
     const juce::CriticalSection& getEffectLock() const noexcept { return effectLock; }
 
 private:

@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// What a plug-in leaves with its host, and how it takes it back.
+
+#include "core/BasePlugin.h"
+#include "core/FrameworkIds.h"
+#include "parameters/BoundedXml.h"
+
+namespace quilvane
+{
+
+namespace
+{
+
+constexpr const char* stateTag = "PluginState";
+constexpr const char* applicationAttribute = "application";
+constexpr const char* qualityTag = "ProcessingQuality";
+constexpr const char* parametersTag = "ParametersState";
+constexpr const char* presetTag = "Preset";
+
+// The chunk: magic, length of the text, the text in UTF-8, a zero byte; numbers are little-endian.
+constexpr juce::uint32 chunkMagic = 0x21324356; // "VC2!"
+constexpr int chunkHeaderBytes = 8;
+
+/** The text of a chunk; one that promises more than there is gives what there is. */
+juce::String textOfChunk (const void* data, int size)
+{
+    if (data == nullptr || size <= chunkHeaderBytes || juce::ByteOrder::littleEndianInt (data) != chunkMagic)
+        return {};
+
+    const auto* bytes = static_cast<const char*> (data);
+    const auto length = static_cast<int> (juce::ByteOrder::littleEndianInt (bytes + 4));
+
+    if (length <= 0)
+        return {};
+
+    return juce::String::fromUTF8 (bytes + chunkHeaderBytes, juce::jmin (length, size - chunkHeaderBytes));
+}
+
+const juce::XmlElement* findPreset (const juce::XmlElement& state, const char* parentTag)
+{
+    const auto* parent = state.getChildByName (parentTag);
+    return parent != nullptr ? parent->getChildByName (presetTag) : nullptr;
+}
+
+bool isQualityOfInstance (int id)
+{
+    return id == frameworkIds::realTimeQuality || id == frameworkIds::offlineQuality;
+}
+
+} // namespace
+
+//==============================================================================
+void BasePlugin::saveStateChunk (juce::MemoryBlock& destination) const
+{
+    const auto text = createState()->toString (juce::XmlElement::TextFormat().singleLine().withoutHeader());
+    const auto length = text.getNumBytesAsUTF8();
+
+    juce::MemoryOutputStream stream (destination, false);
+    stream.writeInt (static_cast<int> (chunkMagic));
+    stream.writeInt (static_cast<int> (length));
+    stream.write (text.toRawUTF8(), length + 1);
+}
+
+void BasePlugin::loadStateChunk (const void* data, int size)
+{
+    if (const auto xml = parseBoundedXml (textOfChunk (data, size)))
+        restoreState (*xml);
+}
+
+bool BasePlugin::isValidStateXml (const juce::XmlElement& xml) const
+{
+    return xml.getTagName().equalsIgnoreCase (stateTag)
+           && xml.getStringAttribute (applicationAttribute).equalsIgnoreCase (getProductName());
+}
+
+std::unique_ptr<juce::XmlElement> BasePlugin::createState() const
+{
+    auto state = std::make_unique<juce::XmlElement> (stateTag);
+    state->setAttribute (applicationAttribute, getProductName());
+
+    const auto addPreset = [&] (const char* parentTag, const Preset& preset)
+    { state->createNewChildElement (parentTag)->addChildElement (preset.createXml (*parameters).release()); };
+
+    if (qualityParameter != nullptr)
+    {
+        Preset qualities;
+        qualities.add (*realTimeQuality);
+        qualities.add (*offlineQuality);
+        addPreset (qualityTag, qualities);
+    }
+
+    Preset values;
+    fillPreset (values);
+    addPreset (parametersTag, values);
+
+    return state;
+}
+
+void BasePlugin::restoreState (const juce::XmlElement& state)
+{
+    if (! isValidStateXml (state))
+        return;
+
+    restoreQualities (findPreset (state, qualityTag));
+
+    if (const auto* xml = findPreset (state, parametersTag))
+    {
+        Preset preset;
+        preset.readXml (xml, *parameters);
+        applyPreset (preset);
+        presetApplied();
+    }
+}
+
+void BasePlugin::restoreQualities (const juce::XmlElement* xml)
+{
+    Preset qualities;
+    qualities.readXml (xml, *parameters);
+
+    for (const auto& entry : qualities.getEntries())
+        if (isQualityOfInstance (entry.id))
+            parameters->setValueString (entry.id, entry.value);
+}
+
+//==============================================================================
+void BasePlugin::fillPreset (Preset& preset) const
+{
+    preset.clear();
+
+    for (int id = 0; id < getNumPresetParameters(); ++id)
+        if (const auto* parameter = parameters->getParameter (id))
+            preset.add (*parameter);
+
+    preset.name = parameters->getValueString (frameworkIds::presetName);
+}
+
+void BasePlugin::applyPreset (const Preset& preset)
+{
+    // What the preset doesn't mention falls back to the default, not to the present value.
+    for (const auto& entry : defaultPreset.getEntries())
+        if (! preset.contains (entry.id))
+            parameters->setValueString (entry.id, entry.value);
+
+    for (const auto& entry : preset.getEntries())
+        if (juce::isPositiveAndBelow (entry.id, getNumPresetParameters()))
+            parameters->setValueString (entry.id, entry.value);
+
+    parameters->setValueString (frameworkIds::presetName, preset.name);
+}
+
+} // namespace quilvane
