@@ -3,7 +3,8 @@
 #pragma once
 
 #include <array>
-#include <cmath>
+
+#include "dsp/FilterState.h"
 
 namespace quilvane::OversampleIIR
 {
@@ -26,10 +27,10 @@ public:
         return branchA.step (input, Sample (0.645731810279208)) + delayedB;
     }
 
-    /** Forgets the history if a value that is not finite got into it. */
+    /** Forgets the history if something unusable got into it. */
     void recover() noexcept
     {
-        if (! branchA.isFinite() || ! branchB.isFinite())
+        if (! branchA.isUsable() || ! branchB.isUsable())
             *this = {};
     }
 
@@ -48,9 +49,9 @@ private:
             return y;
         }
 
-        bool isFinite() const noexcept
+        bool isUsable() const noexcept
         {
-            return std::isfinite (x1) && std::isfinite (x2) && std::isfinite (y1) && std::isfinite (y2);
+            return isUsableState (x1) && isUsableState (x2) && isUsableState (y1) && isUsableState (y2);
         }
     };
 
@@ -78,7 +79,7 @@ public:
     /** Replaces one sample at the base rate by the result, times `factor`. */
     void process (Sample& sample) noexcept { sample = processLevel<0> (sample); }
 
-    /** Makes the filters usable again after input that was not finite; leaves others alone. */
+    /** Clears filters with an unusable history; leaves the others alone. */
     void recoverFilters() noexcept
     {
         for (auto* filters : { &up, &down })

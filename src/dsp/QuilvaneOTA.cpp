@@ -60,11 +60,11 @@ void QuilvaneOTA::reset()
 void QuilvaneOTA::recoverSections() noexcept
 {
     for (auto* section : { &inputHighPass1, &inputHighPass2, &loopHighPass1, &loopHighPass2, &inputLowPass })
-        if (! std::isfinite (section->state))
+        if (! isUsableState (section->state))
             section->state = 0.0;
 
     for (auto& section : allpass)
-        if (! std::isfinite (section.state))
+        if (! isUsableState (section.state))
             section.state = 0.0;
 }
 

@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "dsp/FilterState.h"
 #include "dsp/OversampleIIR.h"
 #include "dsp/SampleRateConstants.h"
 #include "dsp/TPTOnePole.h"
@@ -31,7 +32,7 @@ public:
         lets the smoothed values jump to their targets. */
     void reset();
 
-    /** Clears the states of the sections if one of them is no longer finite. */
+    /** Clears unusable states of sections; leaves the others alone. */
     void recoverSections() noexcept;
 
     /** Any number but 4, 6 or 8 counts as 2. Sections left out keep their states. */
@@ -114,7 +115,7 @@ public:
         return sample * Oversampler::gain;
     }
 
-    /** After input that was not finite: clears what it left. Other histories are kept. */
+    /** Clears what input that was no sound left in the filters. Other histories are kept. */
     void recover() noexcept
     {
         Oversampler::recoverFilters();

@@ -171,8 +171,8 @@ TEST_F (BinaryInterface, TheRecordDescribesAStereoEffectWithoutLatencyOrTail)
     EXPECT_EQ (instance.dispatch (rawhost::effGetPlugCategory), 1);
     EXPECT_EQ (instance.dispatch (rawhost::effGetTailSize), 0);
 
-    for (auto [ability, answer] : { std::pair { "bypass", 1 }, std::pair { "receiveVstMidiEvent", 1 },
-                                    std::pair { "sendVstMidiEvent", -1 } })
+    for (auto [ability, answer] :
+         { std::pair { "bypass", 1 }, std::pair { "receiveVstMidiEvent", 1 }, std::pair { "sendVstMidiEvent", -1 } })
         EXPECT_EQ (instance.dispatch (rawhost::effCanDo, 0, 0, const_cast<char*> (ability)), answer) << ability;
 }
 

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <complex>
 #include <cstdint>
@@ -76,29 +77,41 @@ inline std::vector<double> envelope (const std::vector<float>& samples, size_t w
     return levels;
 }
 
-/** The period of a repeating envelope, in windows: the lag from `shortest` on at which it differs
-    least from itself. */
+/** The period of a repeating envelope, in windows: the first lag from `shortest` on at which it differs
+    from itself about as little as at any. */
 inline size_t findPeriod (const std::vector<double>& levels, size_t shortest, size_t longest)
 {
-    size_t best = shortest;
-    double least = 1.0e300;
+    const auto differenceAt = [&] (size_t lag)
+    {
+        double difference = 0.0;
+
+        for (size_t i = 0; i + longest < levels.size(); ++i)
+            difference += (levels[i] - levels[i + lag]) * (levels[i] - levels[i + lag]);
+
+        return difference;
+    };
+
+    double least = 1.0e300, mean = 0.0;
 
     for (size_t lag = shortest; lag <= longest; ++lag)
     {
-        double difference = 0.0;
-        const auto count = levels.size() - longest;
-
-        for (size_t i = 0; i < count; ++i)
-            difference += (levels[i] - levels[i + lag]) * (levels[i] - levels[i + lag]);
-
-        if (difference < least)
-        {
-            least = difference;
-            best = lag;
-        }
+        least = std::min (least, differenceAt (lag));
+        mean += differenceAt (lag) / static_cast<double> (longest - shortest + 1);
     }
 
-    return best;
+    const auto isInDip = [&] (size_t lag) { return differenceAt (lag) <= least + 0.1 * mean; };
+    auto lag = shortest;
+
+    while (lag < longest && ! isInDip (lag))
+        ++lag;
+
+    auto bottom = lag;
+
+    for (; lag <= longest && isInDip (lag); ++lag)
+        if (differenceAt (lag) < differenceAt (bottom))
+            bottom = lag;
+
+    return bottom;
 }
 
 /** How many representable floats lie between two; a large number if one isn't finite. */

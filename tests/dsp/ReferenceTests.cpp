@@ -1,0 +1,301 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// The product against the plain statement of its network, sample by sample.
+
+#include <gtest/gtest.h>
+
+#include "core/FrameworkIds.h"
+#include "dsp/QuilvaneCore.h"
+#include "reference/ReferencePhaser.h"
+#include "support/PluginInTest.h"
+#include "support/Signals.h"
+
+using namespace quilvane;
+using namespace quilvane::parameterIds;
+
+namespace
+{
+
+/** How far the outputs may lie apart, in units in the last place of float. */
+constexpr int64_t allowedUlps = 0;
+
+// Sanitizers slow the plain model down by an order of magnitude.
+constexpr size_t lengthDivisor = QUILVANE_SANITIZED != 0 ? 8 : 1;
+
+/** The plug-in and the plain model, fed with the same of everything. */
+class Pair
+{
+public:
+    Pair (double sampleRate, int blockSize, uint32_t seed) : plugin (sampleRate, blockSize), random (seed)
+    {
+        for (int id = 0; id <= processingQuality; ++id)
+            tellModel (id);
+
+        model.prepare (sampleRate);
+    }
+
+    void setText (int id, const juce::String& text)
+    {
+        plugin.setText (id, text);
+        tellModel (id);
+    }
+
+    void setQuality (const juce::String& name)
+    {
+        plugin.setText (frameworkIds::realTimeQuality, name);
+        tellModel (processingQuality);
+    }
+
+    /** Renders one block of each, with the events that were asked for, and compares. */
+    void renderBlock (std::vector<float> left, std::vector<float> right)
+    {
+        const auto bypassed = bypasses && random.nextInt (8) == 0;
+
+        if (automates && random.nextInt (3) == 0)
+        {
+            const auto id = random.nextInt (numPresetParameters);
+            plugin.set (id, random.nextFloat());
+            tellModel (id);
+        }
+
+        if (hasTransport)
+            moveTransport();
+
+        juce::MidiBuffer midi;
+
+        if (hasMidi)
+            for (int i = random.nextInt (6); --i >= 0;)
+                midi.addEvent (juce::MidiMessage::controllerEvent (1 + random.nextInt (16), random.nextInt (128),
+                                                                   random.nextInt (128)),
+                               random.nextInt (2 * static_cast<int> (left.size())));
+
+        auto expectedLeft = left;
+        auto expectedRight = right;
+        const auto size = static_cast<int> (left.size());
+        plugin.processBlock (left.data(), right.data(), size, midi, bypassed);
+
+        {
+            const juce::ScopedNoDenormals noDenormals;
+            model.processStereo (expectedLeft.data(), expectedRight.data(), expectedLeft.data(), expectedRight.data(),
+                                 size, bypassed);
+        }
+
+        for (size_t i = 0; i < left.size(); ++i)
+            farthest = std::max ({ farthest, signals::ulpDistance (left[i], expectedLeft[i]),
+                                   signals::ulpDistance (right[i], expectedRight[i]) });
+
+        loudest = std::max (loudest, *std::max_element (left.begin(), left.end()));
+
+        const auto* core =
+            dynamic_cast<QuilvaneCore*> (static_cast<Quilvane&> (plugin.processor.getPlugin()).getCore());
+        EXPECT_EQ (core->getLFO1Value(), model.getLFO1Value());
+        EXPECT_EQ (core->getLFO2Value(), model.getLFO2Value());
+        EXPECT_EQ (core->getLeftMeter(), model.getLeftMeter());
+        EXPECT_EQ (core->getRightMeter(), model.getRightMeter());
+    }
+
+    /** Renders noise of the given length, and then says whether the two agreed. */
+    void renderNoise (size_t numSamples)
+    {
+        numSamples /= lengthDivisor;
+        const auto block = static_cast<size_t> (plugin.block);
+
+        for (size_t start = 0; start < numSamples; start += block)
+        {
+            auto left = signals::noise (block, static_cast<uint32_t> (start + 1));
+            auto right = signals::noise (block, static_cast<uint32_t> (start + 77));
+
+            if (leftFallsSilent && start > numSamples / 8)
+                std::fill (left.begin(), left.end(), 0.0f);
+
+            if (bothFallSilent && start > numSamples / 8 && start < numSamples * 3 / 4)
+                for (auto* side : { &left, &right })
+                    std::fill (side->begin(), side->end(), 1.0e-6f);
+
+            renderBlock (std::move (left), std::move (right));
+        }
+
+        EXPECT_LE (farthest, allowedUlps);
+        EXPECT_GT (loudest, 0.01f);
+    }
+
+    bool automates = false;
+    bool bypasses = false;
+    bool hasMidi = false;
+    bool hasTransport = false;
+    bool leftFallsSilent = false;
+    bool bothFallSilent = false;
+
+    int64_t farthest = 0;
+    PluginInTest plugin;
+
+private:
+    void tellModel (int id)
+    {
+        const auto& p = plugin.parameter (id);
+        model.parameterChanged (id, { p.getFloat(), p.getNormalised(), p.getInt(), p.getBool() });
+    }
+
+    void moveTransport()
+    {
+        auto& head = plugin.playHead;
+        head.fails = random.nextInt (5) == 0;
+        head.playing = random.nextInt (4) != 0;
+
+        if (random.nextInt (6) == 0)
+            head.bpm = 40.0 + 200.0 * random.nextDouble();
+
+        if (random.nextInt (10) == 0)
+            head.ppq = 1000.0 * random.nextDouble() - 20.0;
+
+        if (head.fails)
+            return;
+
+        model.tempoChanged (head.bpm);
+
+        if (head.playing)
+            model.songPositionChanged (head.ppq);
+    }
+
+    reference::ReferencePhaser model;
+    juce::Random random;
+    float loudest = 0.0f;
+};
+
+void makeLively (Pair& pair)
+{
+    pair.setText (lfo1Depth, "40");
+    pair.setText (lfo2Depth, "15");
+    pair.setText (lfo1Rate, "1.7");
+    pair.setText (lfo2Rate, "11");
+    pair.setText (stereoPhaseId, "75");
+    pair.setText (feedback, "65");
+    pair.setText (stagesNumber, "6");
+    pair.setText (fx, "80");
+    pair.setText (outputVolume, "2");
+}
+
+} // namespace
+
+TEST (AgainstTheReference, EverythingAtOnceAtEveryRateQualityAndBlockSize)
+{
+    const int blockSizes[] { 1, 7, 64, 512, 4096 };
+    int turn = 0;
+
+    for (double rate : { 44100.0, 48000.0, 88200.0, 96000.0, 192000.0 })
+    {
+        for (const auto* quality : { "Normal", "High" })
+        {
+            for (int i = 0; i < 2; ++i, ++turn)
+            {
+                const auto blockSize = blockSizes[turn % 5];
+                SCOPED_TRACE (testing::Message() << rate << " Hz, " << quality << ", blocks of " << blockSize);
+
+                Pair pair (rate, blockSize, static_cast<uint32_t> (turn + 1));
+                makeLively (pair);
+                pair.setQuality (quality);
+                pair.automates = pair.bypasses = pair.hasMidi = pair.hasTransport = true;
+                pair.renderNoise (40960);
+            }
+        }
+    }
+}
+
+TEST (AgainstTheReference, EveryWaveform)
+{
+    for (int waveform = 0; waveform < 7; ++waveform)
+    {
+        SCOPED_TRACE (waveform);
+        Pair pair (48000.0, 64, 1);
+        makeLively (pair);
+        pair.setText (lfo2Waveform, pair.plugin.parameter (lfo2Waveform).getString());
+        pair.setText (lfo1Waveform, juce::String (waveform / 6.0));
+        pair.setText (lfo2Waveform, juce::String ((6 - waveform) / 6.0));
+        pair.setText (lfo2Rate, "19");
+        pair.renderNoise (30000);
+    }
+}
+
+TEST (AgainstTheReference, EveryStageCountWithAndWithoutFeedback)
+{
+    for (const auto* stages : { "2", "4", "6", "8" })
+    {
+        for (const auto* amount : { "0", "100" })
+        {
+            SCOPED_TRACE (testing::Message() << stages << " stages, feedback " << amount);
+            Pair pair (44100.0, 512, 2);
+            makeLively (pair);
+            pair.setText (stagesNumber, stages);
+            pair.setText (feedback, amount);
+            pair.renderNoise (20000);
+
+            // Stages that come back bring the states that they had.
+            pair.setText (stagesNumber, "8");
+            pair.renderNoise (20000);
+        }
+    }
+}
+
+TEST (AgainstTheReference, EveryNoteValueAndScale)
+{
+    for (int note = 0; note < 11; ++note)
+    {
+        for (const auto* scale : { "Triplet", "Dotted", "Full" })
+        {
+            SCOPED_TRACE (testing::Message() << "note " << note << " " << scale);
+            Pair pair (48000.0, 512, static_cast<uint32_t> (note + 1));
+            makeLively (pair);
+
+            for (int id : { lfo1Sync, lfo2Sync })
+                pair.setText (id, "On");
+
+            pair.setText (lfo1NoteRate, juce::String (note / 10.0));
+            pair.setText (lfo1NoteScale, scale);
+            pair.setText (lfo2NoteRate, juce::String ((10 - note) / 10.0));
+            pair.setText (lfo2NoteScale, scale);
+            pair.hasTransport = true;
+            pair.renderNoise (8192);
+        }
+    }
+}
+
+TEST (AgainstTheReference, SidesThatFallSilentAndWake)
+{
+    for (const auto both : { false, true })
+    {
+        Pair pair (44100.0, 512, 3);
+        makeLively (pair);
+        pair.leftFallsSilent = ! both;
+        pair.bothFallSilent = both;
+        pair.renderNoise (60000 * lengthDivisor);
+    }
+}
+
+TEST (AgainstTheReference, ExtremesOfFrequencyAndQualitySwitches)
+{
+    Pair pair (48000.0, 64, 4);
+    makeLively (pair);
+    pair.setText (lfo1Depth, "100");
+    pair.setText (lfo2Depth, "100");
+
+    for (const auto* centre : { "12000", "50", "5000" })
+    {
+        pair.setText (centerFrequency, centre);
+
+        for (const auto* quality : { "High", "Normal", "High" })
+        {
+            pair.setQuality (quality);
+            pair.renderNoise (6400);
+        }
+    }
+}
+
+TEST (AgainstTheReference, TheLongRun)
+{
+    // Ten minutes of music would show no more: the states are forgotten within a second, the phases are compared bit
+    // for bit after each block.
+    Pair pair (48000.0, 512, 5);
+    makeLively (pair);
+    pair.automates = pair.hasTransport = true;
+    pair.renderNoise (20 * 48000);
+}
