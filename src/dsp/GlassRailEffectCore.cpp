@@ -11,7 +11,7 @@ namespace quilvane
 
 GlassRailEffectCore::GlassRailEffectCore (const SampleRateConstants& constants) : rateConstants (constants)
 {
-    constexpr auto centre = static_cast<double> (meterTableSize / 2);
+    constexpr auto centre = 0.5 * static_cast<double> (meterTableSize);
 
     for (size_t i = 0; i < meterTableSize; ++i)
     {

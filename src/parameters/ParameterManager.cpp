@@ -82,13 +82,13 @@ void ParameterManager::loadFromXml (const juce::XmlElement* table)
 std::unique_ptr<Parameter> ParameterManager::createParameter (const juce::XmlElement& row)
 {
     const auto id = row.getIntAttribute ("index", noIndex);
-    const auto name = row.getStringAttribute ("name");
+    const auto& name = row.getStringAttribute ("name");
 
     if (id == noIndex || name.isEmpty())
         return nullptr;
 
     const auto type = row.getStringAttribute ("type", "float");
-    const auto value = row.getStringAttribute ("value");
+    const auto& value = row.getStringAttribute ("value");
     std::unique_ptr<Parameter> parameter;
 
     if (type == "float")

@@ -97,7 +97,7 @@ protected:
 
     std::string process (int numSamples, juce::MidiBuffer midi = {}, bool bypassed = false)
     {
-        std::vector<float> left (static_cast<size_t> (numSamples)), right (static_cast<size_t> (numSamples));
+        std::vector<float> left (static_cast<size_t> (numSamples) + 1), right (left.size());
         plugin.processBlock (left.data(), right.data(), numSamples, midi, bypassed);
 
         for (int i = 0; i < numSamples; ++i)
