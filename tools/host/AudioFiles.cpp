@@ -16,14 +16,12 @@ constexpr unsigned int numChannels = 2;
 constexpr int floatBits = 32;
 constexpr int fixedBits = 24;
 
-juce::AudioFormatManager& getFormats()
+/** A reader of any format that JUCE knows; null if none knows the file. */
+std::unique_ptr<juce::AudioFormatReader> createReader (const juce::File& file)
 {
-    static juce::AudioFormatManager formats;
-
-    if (formats.getNumKnownFormats() == 0)
-        formats.registerBasicFormats();
-
-    return formats;
+    juce::AudioFormatManager formats;
+    formats.registerBasicFormats();
+    return std::unique_ptr<juce::AudioFormatReader> (formats.createReaderFor (file));
 }
 
 /** The format that an output's name asks for; null if it asks for none that is written. */
@@ -51,7 +49,7 @@ AudioInput::AudioInput (const juce::File& fileToRead) : file (fileToRead)
     if (! file.existsAsFile())
         throw Failure ("there is no file " + name);
 
-    reader.reset (getFormats().createReaderFor (file));
+    reader = createReader (file);
 
     if (reader == nullptr)
         throw Failure (name + " is not audio in a format that can be read");
@@ -155,7 +153,7 @@ void AudioOutput::commit()
     // The writer ends the file in its destructor, which has no way to tell of a failure.
     writer.reset();
 
-    const std::unique_ptr<juce::AudioFormatReader> written (getFormats().createReaderFor (output.getTemporaryFile()));
+    const auto written = createReader (output.getTemporaryFile());
 
     if (written == nullptr || written->lengthInSamples != numWritten)
         throw Failure ("cannot write all of " + output.getFile().getFullPathName());

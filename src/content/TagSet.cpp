@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "content/TagSet.h"
+
+#include <algorithm>
+
+namespace quilvane
+{
+
+TagSet TagSet::fromText (const juce::String& text)
+{
+    TagSet result;
+
+    for (const auto& part : juce::StringArray::fromTokens (text, ";", ""))
+    {
+        const auto colon = part.indexOfChar (':');
+
+        if (part.isEmpty())
+            continue;
+
+        auto& category = result.findOrAdd (colon >= 0 ? part.substring (0, colon) : part);
+
+        if (colon >= 0)
+            for (const auto& tag : juce::StringArray::fromTokens (part.substring (colon + 1), "|", ""))
+                if (tag.isNotEmpty())
+                    category.tags.addIfNotAlreadyThere (tag);
+    }
+
+    return result;
+}
+
+juce::String TagSet::toText() const
+{
+    juce::StringArray parts;
+
+    for (const auto& category : categories)
+        parts.add (category.name + ":" + category.tags.joinIntoString ("|"));
+
+    return parts.joinIntoString (";");
+}
+
+const TagSet::Category* TagSet::find (const juce::String& name) const
+{
+    const auto found =
+        std::find_if (categories.begin(), categories.end(), [&] (const Category& c) { return c.name == name; });
+    return found != categories.end() ? &*found : nullptr;
+}
+
+TagSet::Category& TagSet::findOrAdd (const juce::String& name)
+{
+    for (auto& category : categories)
+        if (category.name == name)
+            return category;
+
+    categories.push_back ({ name, {} });
+    return categories.back();
+}
+
+bool TagSet::contains (const juce::String& category, const juce::String& tag) const
+{
+    const auto* found = find (category);
+    return found != nullptr && found->tags.contains (tag);
+}
+
+void TagSet::add (const juce::String& category, const juce::String& tag)
+{
+    findOrAdd (category).tags.addIfNotAlreadyThere (tag);
+}
+
+void TagSet::remove (const juce::String& category, const juce::String& tag)
+{
+    for (auto& c : categories)
+        if (c.name == category)
+            c.tags.removeString (tag);
+}
+
+void TagSet::merge (const TagSet& other)
+{
+    for (const auto& category : other.categories)
+    {
+        auto& mine = findOrAdd (category.name);
+
+        for (const auto& tag : category.tags)
+            mine.tags.addIfNotAlreadyThere (tag);
+    }
+}
+
+TagSet TagSet::getSubset (int categoryPosition) const
+{
+    TagSet result;
+
+    if (juce::isPositiveAndBelow (categoryPosition, static_cast<int> (categories.size())))
+        result.categories.push_back (categories[static_cast<size_t> (categoryPosition)]);
+
+    return result;
+}
+
+} // namespace quilvane

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <vector>
+
+#include <juce_core/juce_core.h>
+
+namespace quilvane
+{
+
+/** Tags in categories, both in the order of their first appearance.
+
+    A value. Names are compared with regard to case. In text: "Modulation:Slow|Wide;Spatialize:Big". */
+class TagSet
+{
+public:
+    struct Category
+    {
+        juce::String name;
+        juce::StringArray tags;
+
+        bool operator== (const Category& other) const { return name == other.name && tags == other.tags; }
+    };
+
+    TagSet() = default;
+
+    /** Reads the text form. A part without ":" is a category without tags. */
+    static TagSet fromText (const juce::String&);
+    juce::String toText() const;
+
+    bool isEmpty() const noexcept { return categories.empty(); }
+    const std::vector<Category>& getCategories() const noexcept { return categories; }
+
+    bool contains (const juce::String& category, const juce::String& tag) const;
+    void add (const juce::String& category, const juce::String& tag);
+
+    /** The category stays, also when this was its last tag. */
+    void remove (const juce::String& category, const juce::String& tag);
+
+    /** Adds all that another set has, in its order. */
+    void merge (const TagSet&);
+
+    /** The set that holds one category alone; empty if there is none at the position. */
+    TagSet getSubset (int categoryPosition) const;
+
+    bool operator== (const TagSet& other) const { return categories == other.categories; }
+    bool operator!= (const TagSet& other) const { return ! operator== (other); }
+
+private:
+    const Category* find (const juce::String& name) const;
+    Category& findOrAdd (const juce::String& name);
+
+    std::vector<Category> categories;
+};
+
+} // namespace quilvane
