@@ -3,10 +3,12 @@
 #
 #   scripts/run.sh [AUDIO FILE]
 
+# Before the scripts change the folder.
+given=${1:+$(realpath -m -- "$1")}
+
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
-given=${1:+$(realpath -- "$1")}
-[ -z "$given" ] || [ -f "$given" ] || fail "there is no file $1"
+[ -z "$given" ] || [ -f "$given" ] || fail "there is no file $given"
 
 install_packages
 build release quilvane-host Quilvane_VST

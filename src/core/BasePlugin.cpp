@@ -59,6 +59,11 @@ void BasePlugin::addQualityParameters()
     offlineQuality = addClone (frameworkIds::offlineQuality, "Offline Processing Quality");
     addClone (frameworkIds::defaultRealTimeQuality, "Default Real-time Processing Quality");
     addClone (frameworkIds::defaultOfflineQuality, "Default Offline Processing Quality");
+
+    // A table that takes these names for itself has no qualities.
+    if (dynamic_cast<EnumParameter*> (realTimeQuality) == nullptr
+        || dynamic_cast<EnumParameter*> (offlineQuality) == nullptr)
+        qualityParameter = nullptr;
 }
 
 void BasePlugin::addFixedEvents()
@@ -133,7 +138,7 @@ void BasePlugin::prepare (bool, bool) {}
 void BasePlugin::prepareToPlay (double sampleRate, int samplesPerBlock)
 {
     const auto oldBlockSize = std::exchange (blockSize, samplesPerBlock);
-    const auto rateIsNew = rateConstants.update (sampleRate);
+    const auto rateIsNew = updateSampleRate (sampleRate);
     const auto isFirst = ! std::exchange (prepared, true);
 
     offline = processor->isNonRealtime();
@@ -312,7 +317,7 @@ void BasePlugin::loadHostMapXml (const juce::XmlElement& xml)
     hostMap.clearAll();
 
     for (const auto* assign : xml.getChildWithTagNameIterator ("assign"))
-        setHostParameter (assign->getIntAttribute ("hostParam") - 1,
+        setHostParameter (juce::jmax (0, assign->getIntAttribute ("hostParam")) - 1,
                           parameters->getParameterByName (assign->getStringAttribute ("pluginParam")), true);
 
     hostMapBroadcaster.sendChangeMessage();

@@ -70,7 +70,8 @@ public:
     bool isHostParameterMeta (int hostIndex) const;
 
     /** The host sets a parameter. Any thread; the change isn't sent back.
-        @param value normalised; values beyond 0 to 1 are clamped, NaN changes nothing */
+        @param value normalised; a mapped parameter clamps values beyond 0 to 1 and ignores NaN, an unmapped
+        index keeps whatever it is given */
     void setHostParameterValue (int hostIndex, float value);
 
     /** Refreshes the latency that the processor reports to the host. */
@@ -131,6 +132,9 @@ public:
 protected:
     virtual bool usesHostParameterMap() const { return false; }
     virtual bool usesDebugParameters() const { return false; }
+
+    /** Takes the host's rate into the rate constants; false if it is none or the present one. */
+    virtual bool updateSampleRate (double sampleRate) { return rateConstants.update (sampleRate); }
 
     /** Before audio, after the quality has been chosen.
         @param rateChanged true the first time and whenever the rate is a new one */

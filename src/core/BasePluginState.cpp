@@ -31,10 +31,13 @@ juce::String textOfChunk (const void* data, int size)
     const auto* bytes = static_cast<const char*> (data);
     const auto length = static_cast<int> (juce::ByteOrder::littleEndianInt (bytes + 4));
 
-    if (length <= 0)
+    const auto available = juce::jmin (length, size - chunkHeaderBytes);
+
+    if (available <= 0 || available > maximumXmlBytes
+        || ! juce::CharPointer_UTF8::isValidString (bytes + chunkHeaderBytes, available))
         return {};
 
-    return juce::String::fromUTF8 (bytes + chunkHeaderBytes, juce::jmin (length, size - chunkHeaderBytes));
+    return juce::String::fromUTF8 (bytes + chunkHeaderBytes, available);
 }
 
 const juce::XmlElement* findPreset (const juce::XmlElement& state, const char* parentTag)

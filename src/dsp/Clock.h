@@ -94,7 +94,8 @@ public:
     /** Stops the pulse engine, if it runs, and tells the listeners. */
     void reset();
 
-    /** Goes on by one sample.
+    /** Goes on by one sample. An edge posts a message, which costs a system call: an effect that ticks on the
+        audio thread and has no listeners anywhere should keep its own count instead.
         @returns whether an edge of the grid fired */
     bool tick();
 

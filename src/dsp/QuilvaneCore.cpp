@@ -115,6 +115,7 @@ void QuilvaneCore::forEachLFO (Function&& function)
 void QuilvaneCore::prepare (bool sampleRateChanged)
 {
     forEachNetwork ([] (auto& network) { network.recover(); });
+    forEachLFO ([] (QuilvaneLFO& lfo) { lfo.recover(); });
 
     if (! sampleRateChanged)
         return;

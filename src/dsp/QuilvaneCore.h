@@ -17,7 +17,7 @@ namespace quilvane
     they only ever sweep upward from the centre, each by up to 63 semitones; the stereo phase shifts
     those of the right side. All control values are applied per sample.
 
-    A side whose input has been silent for about 0.6 s is not run and gives exact silence.
+    A side whose input has been silent for 0.5 to 0.6 s is not run and gives exact silence.
 */
 class QuilvaneCore final : public GlassRailEffectCore
 {

@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+#include "dsp/FilterState.h"
+
 namespace quilvane
 {
 
@@ -42,6 +44,12 @@ void QuilvaneLFO::prepare()
     drawRandomStep();
     phase = 0.0;
     updateIncrement();
+}
+
+void QuilvaneLFO::recover() noexcept
+{
+    if (! isUsableState (phase) || ! isUsableState (lagged))
+        phase = lagged = 0.0;
 }
 
 void QuilvaneLFO::setSync (bool shouldSync)

@@ -34,6 +34,9 @@ public:
     /** After a change of the sample rate: phase 0, the next random step, and the new increment. */
     void prepare();
 
+    /** Starts again at phase 0 if the phase or the lag is no number any more. */
+    void recover() noexcept;
+
     void setWaveform (Waveform newWaveform) noexcept { waveform = newWaveform; }
 
     /** @param shouldSync whether the note value and tempo give the rate, else setRate() does */

@@ -16,8 +16,8 @@ namespace quilvane
 */
 struct SampleRateConstants
 {
-    /** Rates outside this range (Hz) cannot be processed: below, the highest sweep frequency passes
-        the oversampled Nyquist frequency; above, no host has a use for it. */
+    /** Rates outside this range (Hz) are refused. From about 3.1 kHz down, the highest sweep frequency would
+        pass the oversampled Nyquist frequency; above the upper end, no host has a use for it. */
     static constexpr double lowestRate = 4000.0;
     static constexpr double highestRate = 10.0e6;
 

@@ -17,9 +17,11 @@ bool startsWith (Reader text, const char* prefix)
     return text.compareUpTo (juce::CharPointer_ASCII (prefix), static_cast<int> (std::strlen (prefix))) == 0;
 }
 
-/** Moves behind the next occurrence of `end`, or to the end of the text. */
-void skipPast (Reader& text, const char* end)
+/** Moves past so many characters, and then behind the next occurrence of `end` or to the end of the text. */
+void skipPast (Reader& text, int opening, const char* end)
 {
+    text += opening;
+
     while (! text.isEmpty() && ! startsWith (text, end))
         ++text;
 
@@ -27,9 +29,16 @@ void skipPast (Reader& text, const char* end)
         text += static_cast<int> (std::strlen (end));
 }
 
-/** Moves behind the tag whose name begins here, past its quoted attributes.
-    @returns true if the tag closes itself */
-bool skipTag (Reader& text)
+enum class Tag
+{
+    opens,
+    closesItself,
+    malformed,
+};
+
+/** Moves behind the opening tag whose name begins here. The parser skips comments and the like inside a
+    tag; nobody writes them, so a "<" outside quotes counts as malformed. */
+Tag skipOpeningTag (Reader& text)
 {
     juce::juce_wchar previous = 0;
 
@@ -38,7 +47,10 @@ bool skipTag (Reader& text)
         const auto c = text.getAndAdvance();
 
         if (c == '>')
-            return previous == '/';
+            return previous == '/' ? Tag::closesItself : Tag::opens;
+
+        if (c == '<')
+            return Tag::malformed;
 
         if (c == '"' || c == '\'')
             while (! text.isEmpty() && text.getAndAdvance() != c)
@@ -48,43 +60,55 @@ bool skipTag (Reader& text)
         previous = c;
     }
 
-    return false;
+    return Tag::malformed;
 }
 
-/** Whether the markup stays within the bounds; what isn't well formed is left to the parser. */
-bool isWithinBounds (const juce::String& text)
+/** Whether elements nest within the bound. It reads markup as the parser does where that decides what is an
+    opening tag; what is malformed otherwise is left to the parser. */
+bool nestsWithinBound (Reader text)
 {
-    if (text.getNumBytesAsUTF8() > static_cast<size_t> (maximumXmlBytes))
-        return false;
-
     int depth = 0;
 
-    for (auto c = text.toUTF8(); ! c.isEmpty();)
+    while (! text.isEmpty())
     {
-        if (startsWith (c, "<!--"))
-            skipPast (c, "-->");
-        else if (startsWith (c, "<![CDATA["))
-            skipPast (c, "]]>");
-        else if (startsWith (c, "<?"))
-            skipPast (c, "?>");
-        else if (startsWith (c, "<!"))
+        if (startsWith (text, "<!--"))
+            skipPast (text, 4, "-->");
+        else if (startsWith (text, "<![CDATA["))
+            skipPast (text, 9, "]]>");
+        else if (startsWith (text, "<?"))
+            skipPast (text, 2, "?>");
+        else if (startsWith (text, "<!"))
             return false;
-        else if (startsWith (c, "</"))
+        else if (startsWith (text, "</"))
         {
-            --depth;
-            skipTag (c);
+            depth = juce::jmax (0, depth - 1);
+            skipPast (text, 2, ">");
         }
-        else if (c.getAndAdvance() == '<')
+        else if (text.getAndAdvance() == '<')
         {
             if (++depth > maximumXmlDepth)
                 return false;
 
-            if (skipTag (c))
+            const auto tag = skipOpeningTag (text);
+
+            if (tag == Tag::malformed)
+                return false;
+
+            if (tag == Tag::closesItself)
                 --depth;
         }
     }
 
     return true;
+}
+
+bool isWithinBounds (const juce::String& text)
+{
+    const auto numBytes = text.getNumBytesAsUTF8();
+
+    // Readers of characters trust the encoding, and would run past the end of a broken one.
+    return numBytes <= static_cast<size_t> (maximumXmlBytes)
+           && Reader::isValidString (text.toRawUTF8(), static_cast<int> (numBytes)) && nestsWithinBound (text.toUTF8());
 }
 
 } // namespace

@@ -83,8 +83,12 @@ void Parameter::triggerUpdate()
 
 void Parameter::deliverDeferredUpdate()
 {
-    if (updateDeferred.exchange (false, std::memory_order_acquire))
-        handleAsyncUpdate();
+    if (! updateDeferred.exchange (false, std::memory_order_acquire))
+        return;
+
+    // One call serves a posted update as well.
+    cancelPendingUpdate();
+    handleAsyncUpdate();
 }
 
 void Parameter::handleAsyncUpdate()

@@ -33,7 +33,7 @@ public:
 
     /** True if the calling thread is known to be the message thread, which may post for itself.
         Any thread, wait-free. Which thread is the message thread can change under some hosts: a
-        wrong false is possible for one timer interval, and costs no more than that delay. */
+        wrong answer is possible for one timer interval. It costs that delay, or a post. */
     bool isMessageThread() const noexcept;
 
     /** Asks for a poll. Any thread, wait-free. */

@@ -20,6 +20,12 @@ constexpr int bytesBesideEvent = static_cast<int> (sizeof (juce::int32) + sizeof
 /** A host that tells a faster tempo than this, or none that is a number, is not believed. */
 constexpr double fastestTempo = 10000.0; // beats per minute
 
+/** The same for a position beyond this; a song of it would last for decades. */
+constexpr double furthestPosition = 1.0e9; // quarter notes
+
+/** Events that a host sends further ahead than this are dropped, so that they can't fill the queue for hours. */
+constexpr double furthestEvent = 10.0; // s
+
 void addIfRoom (juce::MidiBuffer& queue, const juce::MidiMessageMetadata& event, int samplePosition)
 {
     if (queue.data.size() + event.numBytes + bytesBesideEvent <= queueBytes)
@@ -56,6 +62,13 @@ bool GlassRailEffect::isBusesLayoutSupported (const juce::AudioProcessor::BusesL
         return true;
 
     return allowsMono() && inputs == 1 && outputs == 1;
+}
+
+bool GlassRailEffect::updateSampleRate (double sampleRate)
+{
+    // Other threads read the record when their parameters reach the core.
+    const juce::ScopedLock scope (effectLock);
+    return BasePlugin::updateSampleRate (sampleRate);
 }
 
 void GlassRailEffect::prepare (bool rateChanged, bool)
@@ -134,23 +147,21 @@ void GlassRailEffect::readPlayHead (juce::AudioPlayHead& playHead)
     const auto bpm = position->getBpm();
     const auto ppq = position->getPpqPosition();
     const auto hasTempo = bpm.hasValue() && *bpm >= 0.0 && *bpm <= fastestTempo;
-    const auto hasPosition = position->getIsPlaying() && ppq.hasValue() && std::isfinite (*ppq);
+    const auto hasPosition = position->getIsPlaying() && ppq.hasValue() && std::abs (*ppq) <= furthestPosition;
 
-    if (hasTempo)
-    {
-        const auto newTempo = static_cast<float> (*bpm);
+    // A host that tells no tempo leaves the last one standing, which is 120 at first.
+    const auto tempo = hasTempo ? *bpm : static_cast<double> (lastTempo.load());
+    const auto tempoF = static_cast<float> (tempo);
 
-        if (lastTempo.exchange (newTempo) != newTempo)
-            tempoChanged();
-    }
+    if (lastTempo.exchange (tempoF) != tempoF)
+        tempoChanged();
 
     if (core == nullptr)
         return;
 
     const juce::ScopedLock scope (effectLock);
 
-    if (hasTempo)
-        core->tempoChanged (*bpm);
+    core->tempoChanged (tempo);
 
     if (hasPosition)
         core->songPositionChanged (*ppq);
@@ -158,8 +169,10 @@ void GlassRailEffect::readPlayHead (juce::AudioPlayHead& playHead)
 
 void GlassRailEffect::enqueue (const juce::MidiBuffer& incoming)
 {
+    const auto end = static_cast<int> (furthestEvent * getRateConstants().sampleRate);
+
     for (const auto event : incoming)
-        if (event.samplePosition >= 0)
+        if (juce::isPositiveAndBelow (event.samplePosition, end))
             addIfRoom (currentQueue, event, event.samplePosition);
 }
 

@@ -46,6 +46,7 @@ protected:
     /** The host's tempo is a new one; audio thread, before the core hears of it. */
     virtual void tempoChanged() {}
 
+    bool updateSampleRate (double sampleRate) override;
     void prepare (bool rateChanged, bool blockSizeChanged) override;
     void process (ProcessContext&) override;
     void parameterChanged (Parameter&) override;

@@ -17,6 +17,17 @@ Library::~Library()
         dlclose (handle);
 }
 
+bool Library::isLoaded (const std::string& path)
+{
+    auto* loaded = dlopen (path.c_str(), RTLD_NOW | RTLD_NOLOAD);
+
+    if (loaded == nullptr)
+        return false;
+
+    dlclose (loaded);
+    return true;
+}
+
 void* Library::find (const char* symbol) const
 {
     return dlsym (handle, symbol);

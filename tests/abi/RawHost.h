@@ -93,6 +93,9 @@ public:
     Library (const Library&) = delete;
     Library& operator= (const Library&) = delete;
 
+    /** Whether the process holds the library at this time. */
+    static bool isLoaded (const std::string& path);
+
     bool isOpen() const { return handle != nullptr; }
     void* find (const char* symbol) const;
 

@@ -149,10 +149,21 @@ TEST_F (EffectFrame, AFloodOfEventsIsBoundedAndTheLaterOnesAreDropped)
     juce::MidiBuffer flood;
 
     for (int i = 0; i < 5000; ++i)
-        flood.addEvent (juce::MidiMessage::controllerEvent (1, 1, 1), 1000000);
+        flood.addEvent (juce::MidiMessage::controllerEvent (1, 1, 1), 100000);
 
     EXPECT_EQ (process (100, flood), "100 ");
     EXPECT_EQ (process (100, controllers ({ { 50, 1 } })), "100 ");
+
+    // Events for the far future aren't kept at all.
+    plugin.prepare();
+    takeLog();
+    juce::MidiBuffer future;
+
+    for (int i = 0; i < 5000; ++i)
+        future.addEvent (juce::MidiMessage::controllerEvent (1, 1, 1), std::numeric_limits<int>::max() - i);
+
+    EXPECT_EQ (process (100, future), "100 ");
+    EXPECT_EQ (process (100, controllers ({ { 50, 1 } })), "50 cc1 50 ");
 }
 
 TEST_F (EffectFrame, TempoAndPositionComeBeforeTheBlock)
@@ -173,7 +184,7 @@ TEST_F (EffectFrame, TempoAndPositionComeBeforeTheBlock)
     head.fails = false;
     head.tellsTempo = false;
     head.ppq = 4.0;
-    EXPECT_EQ (process (0), "position 4 ");
+    EXPECT_EQ (process (0), "tempo 90 position 4 ");
 
     head.tellsTempo = true;
 
@@ -181,8 +192,12 @@ TEST_F (EffectFrame, TempoAndPositionComeBeforeTheBlock)
     {
         head.bpm = nonsense;
         head.ppq = std::isfinite (nonsense) ? 4.0 : nonsense;
-        EXPECT_EQ (process (0), std::isfinite (nonsense) ? "position 4 " : "");
+        EXPECT_EQ (process (0), std::isfinite (nonsense) ? "tempo 90 position 4 " : "tempo 90 ");
     }
+
+    head.bpm = 90.0;
+    head.ppq = 1.0e308;
+    EXPECT_EQ (process (0), "tempo 90 ");
 }
 
 TEST_F (EffectFrame, PrepareTellsOfANewRateOnly)

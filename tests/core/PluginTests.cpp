@@ -100,7 +100,8 @@ TEST_F (PluginFrame, AHostMapMovesParametersAndKeepsValuesOfEmptyIndexes)
     loadMap ("<assign hostParam='6' pluginParam='Feedback'/><assign hostParam='7' pluginParam='FX'/>"
              "<assign hostParam='1' pluginParam='FX'/><assign hostParam='0' pluginParam='LFO 1 Sync'/>"
              "<assign hostParam='19' pluginParam='LFO 1 Rate'/><assign hostParam='6' pluginParam='no such'/>"
-             "<assign hostParam='3' pluginParam='Preset Name'/><assign pluginParam='LFO 2 Rate'/>");
+             "<assign hostParam='3' pluginParam='Preset Name'/><assign pluginParam='LFO 2 Rate'/>"
+             "<assign hostParam='-2147483648' pluginParam='LFO 1 Sync'/>");
 
     EXPECT_EQ (base().getHostParameterName (0), "FX");
     EXPECT_EQ (base().getHostParameterName (6), "Parameter 7"); // FX moved on
@@ -187,6 +188,9 @@ TEST (EmbeddedTable, MissingOrMalformedLeavesAPluginThatPassesAudio)
         { "<PluginParameters><param index='0' name='a' auto='true'/>"
           "<param index='1' name='b' auto='true'/></PluginParameters>",
           1 },
+        { "<PluginParameters><param index='3' name='Processing Quality' type='enum' enum='a;b' value='a'/>"
+          "<param index='4' name='Offline Processing Quality' type='string'/></PluginParameters>",
+          0 },
     };
 
     for (const auto& [table, numParameters] : tables)

@@ -135,8 +135,9 @@ TEST (Oversampler, IsFlatInTheLowerBandAndForgetsOnlyWhatIsNotFinite)
         response.push_back (sample / 8.0);
     }
 
-    for (double f = 0.0; f <= 0.39; f += 0.01)
-        EXPECT_NEAR (signals::decibels (magnitude (response, f * signals::pi)), 0.0, 0.47) << f;
+    // Within 0.4 dB for each of the three filters' ripple and what the stuffing folds back.
+    for (double f = 0.0; f <= 0.35; f += 0.01)
+        EXPECT_NEAR (signals::decibels (magnitude (response, f * signals::pi)), 0.0, 0.45) << f;
 
     CountingOversampler<3> first, second;
 

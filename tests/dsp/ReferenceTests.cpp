@@ -40,6 +40,12 @@ public:
         tellModel (id);
     }
 
+    void setIndex (int id, int index)
+    {
+        plugin.parameter (id).setInt (index, true);
+        tellModel (id);
+    }
+
     void setQuality (const juce::String& name)
     {
         plugin.setText (frameworkIds::realTimeQuality, name);
@@ -81,8 +87,11 @@ public:
         }
 
         for (size_t i = 0; i < left.size(); ++i)
+        {
+            isFinite = isFinite && std::isfinite (left[i]) && std::isfinite (right[i]);
             farthest = std::max ({ farthest, signals::ulpDistance (left[i], expectedLeft[i]),
                                    signals::ulpDistance (right[i], expectedRight[i]) });
+        }
 
         loudest = std::max (loudest, *std::max_element (left.begin(), left.end()));
 
@@ -115,6 +124,7 @@ public:
             renderBlock (std::move (left), std::move (right));
         }
 
+        EXPECT_TRUE (isFinite);
         EXPECT_LE (farthest, allowedUlps);
         EXPECT_GT (loudest, 0.01f);
     }
@@ -127,6 +137,7 @@ public:
     bool bothFallSilent = false;
 
     int64_t farthest = 0;
+    bool isFinite = true;
     PluginInTest plugin;
 
 private:
@@ -208,9 +219,8 @@ TEST (AgainstTheReference, EveryWaveform)
         SCOPED_TRACE (waveform);
         Pair pair (48000.0, 64, 1);
         makeLively (pair);
-        pair.setText (lfo2Waveform, pair.plugin.parameter (lfo2Waveform).getString());
-        pair.setText (lfo1Waveform, juce::String (waveform / 6.0));
-        pair.setText (lfo2Waveform, juce::String ((6 - waveform) / 6.0));
+        pair.setIndex (lfo1Waveform, waveform);
+        pair.setIndex (lfo2Waveform, 6 - waveform);
         pair.setText (lfo2Rate, "19");
         pair.renderNoise (30000);
     }
@@ -249,9 +259,9 @@ TEST (AgainstTheReference, EveryNoteValueAndScale)
             for (int id : { lfo1Sync, lfo2Sync })
                 pair.setText (id, "On");
 
-            pair.setText (lfo1NoteRate, juce::String (note / 10.0));
+            pair.setIndex (lfo1NoteRate, note);
             pair.setText (lfo1NoteScale, scale);
-            pair.setText (lfo2NoteRate, juce::String ((10 - note) / 10.0));
+            pair.setIndex (lfo2NoteRate, 10 - note);
             pair.setText (lfo2NoteScale, scale);
             pair.hasTransport = true;
             pair.renderNoise (8192);

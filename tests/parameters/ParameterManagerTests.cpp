@@ -151,6 +151,18 @@ TEST (BoundedXml, RefusesWhatAParserCouldChokeOn)
     EXPECT_EQ (parseBoundedXml (nested (maximumXmlDepth + 1)), nullptr);
     EXPECT_EQ (parseBoundedXml (juce::String::repeatedString ("<a>", 200000)), nullptr);
 
+    // Markup that a scanner and a parser could read differently.
+    const auto deep = [] (const juce::String& before, const juce::String& each)
+    { return "<r>" + before + juce::String::repeatedString (each, 300000); };
+
+    const auto closers = juce::String::repeatedString ("</a>", 300000);
+    EXPECT_EQ (parseBoundedXml (deep ("<b></b '>", "<c>")), nullptr);
+    EXPECT_EQ (parseBoundedXml (deep ({}, "<c <!--/>-->>")), nullptr);
+    EXPECT_EQ (parseBoundedXml (deep ("<!-->" + closers + "-->", "<c>")), nullptr);
+    EXPECT_EQ (parseBoundedXml (deep ("<?>" + closers + "?>", "<c>")), nullptr);
+    EXPECT_EQ (parseBoundedXml (deep ({}, "<c <?/>?>>")), nullptr);
+    EXPECT_EQ (parseBoundedXml (deep (closers, "<c>")), nullptr);
+
     // What looks like a closing tag in a comment or in character data closes nothing.
     for (const auto* inside : { "<!--</a></a>-->", "<![CDATA[</a></a>]]>", "<?x </a></a>?>" })
         EXPECT_EQ (parseBoundedXml (juce::String::repeatedString ("<a>" + juce::String (inside), 200)), nullptr)

@@ -26,7 +26,7 @@ namespace
 // Initial-exec, so that reading it never allocates.
 __attribute__ ((tls_model ("initial-exec"))) thread_local bool watching = false;
 __attribute__ ((tls_model ("initial-exec"))) thread_local Counts counts;
-__attribute__ ((tls_model ("initial-exec"))) thread_local AllowedLock allowed {};
+__attribute__ ((tls_model ("initial-exec"))) thread_local AllowedObjects allowed {};
 
 void countAllocation()
 {
@@ -34,11 +34,21 @@ void countAllocation()
         ++counts.allocations;
 }
 
+void countCondition()
+{
+    if (watching)
+        ++counts.conditions;
+}
+
 bool isAllowed (const void* mutex)
 {
-    const auto* start = static_cast<const char*> (allowed.object);
     const auto* address = static_cast<const char*> (mutex);
-    return address >= start && address < start + allowed.size;
+
+    for (const auto& [object, size] : allowed)
+        if (const auto* start = static_cast<const char*> (object); address >= start && address < start + size)
+            return true;
+
+    return false;
 }
 
 template <typename Function>
@@ -49,9 +59,9 @@ Function next (const char* name)
 
 } // namespace
 
-Watch::Watch (AllowedLock lock)
+Watch::Watch (const AllowedObjects& objects)
 {
-    allowed = lock;
+    allowed = objects;
     counts = {};
     watching = true;
 }
@@ -70,6 +80,9 @@ Counts Watch::stop()
 } // namespace probe
 
 //==============================================================================
+// Visible to all libraries of the process.
+#pragma GCC visibility push(default)
+
 extern "C"
 {
     void* malloc (size_t size)
@@ -119,18 +132,8 @@ extern "C"
     {
         static const auto original = probe::next<int (*) (pthread_mutex_t*)> ("pthread_mutex_lock");
 
-        if (probe::watching)
-        {
-            if (! probe::isAllowed (mutex))
-                ++probe::counts.foreignLocks;
-
-            const auto result = pthread_mutex_trylock (mutex);
-
-            if (result != EBUSY)
-                return result;
-
-            ++probe::counts.contendedLocks;
-        }
+        if (probe::watching && ! probe::isAllowed (mutex))
+            ++probe::counts.foreignLocks;
 
         return original (mutex);
     }
@@ -138,20 +141,23 @@ extern "C"
     int pthread_cond_signal (pthread_cond_t* condition)
     {
         static const auto original = probe::next<int (*) (pthread_cond_t*)> ("pthread_cond_signal");
+        probe::countCondition();
+        return original (condition);
+    }
 
-        if (probe::watching)
-            ++probe::counts.waits;
-
+    int pthread_cond_broadcast (pthread_cond_t* condition)
+    {
+        static const auto original = probe::next<int (*) (pthread_cond_t*)> ("pthread_cond_broadcast");
+        probe::countCondition();
         return original (condition);
     }
 
     int pthread_cond_wait (pthread_cond_t* condition, pthread_mutex_t* mutex)
     {
         static const auto original = probe::next<int (*) (pthread_cond_t*, pthread_mutex_t*)> ("pthread_cond_wait");
-
-        if (probe::watching)
-            ++probe::counts.waits;
-
+        probe::countCondition();
         return original (condition, mutex);
     }
 }
+
+#pragma GCC visibility pop

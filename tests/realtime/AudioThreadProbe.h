@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include <atomic>
+#include <array>
 #include <cstddef>
 
 /** Watches what one thread asks of the system while it plays the audio thread. The functions of the C
@@ -12,24 +12,25 @@ namespace probe
 
 struct Counts
 {
-    int allocations = 0;    // malloc, calloc, realloc, memalign and free
-    int foreignLocks = 0;   // locks of mutexes outside the allowed ranges
-    int contendedLocks = 0; // locks that had to wait
-    int waits = 0;          // condition variables and the like
+    int allocations = 0;  // malloc, calloc, realloc, memalign and free
+    int foreignLocks = 0; // locks of mutexes outside the allowed objects
+    int conditions = 0;   // waits for condition variables, and signals of them
 };
 
-/** A mutex that may be taken, by the bytes of its object. */
-struct AllowedLock
+/** An object whose mutexes may be taken. */
+struct AllowedObject
 {
     const void* object;
     std::size_t size;
 };
 
+using AllowedObjects = std::array<AllowedObject, 2>;
+
 /** Counts on the calling thread between construction and stop(). */
 class Watch
 {
 public:
-    explicit Watch (AllowedLock allowed);
+    explicit Watch (const AllowedObjects&);
     ~Watch();
 
     Watch (const Watch&) = delete;

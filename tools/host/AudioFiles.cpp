@@ -137,7 +137,7 @@ AudioOutput::AudioOutput (const juce::File& file, double sampleRate) : output (f
     if (writer == nullptr)
         throw Failure ("cannot write " + format->getFormatName() + " at " + juce::String (sampleRate) + " Hz");
 
-    stream.release(); // the writer's from here on
+    juce::ignoreUnused (stream.release()); // the writer's from here on
 }
 
 void AudioOutput::write (const juce::AudioBuffer<float>& buffer)

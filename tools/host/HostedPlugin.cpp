@@ -26,7 +26,7 @@ constexpr int chunkMagicOffset = 8;
 constexpr int pluginIdOffset = 16;
 constexpr int chunkSizeOffset = 156;
 constexpr int bankHeadSize = 160;
-constexpr juce::int64 largestState = 64 * 1024 * 1024;
+constexpr juce::int64 largestState = 64 << 20;
 
 juce::File findNearProgram()
 {
@@ -40,7 +40,7 @@ juce::File findNearProgram()
     for (auto folder = program.getParentDirectory();; folder = folder.getParentDirectory())
     {
         for (const auto& place : places)
-            if (const auto file = folder.getChildFile (place); file.existsAsFile())
+            if (auto file = folder.getChildFile (place); file.existsAsFile())
                 return file;
 
         if (folder.isRoot())
@@ -79,7 +79,7 @@ juce::File HostedPlugin::findFile (const Options& options)
 {
     const auto fromEnvironment = juce::SystemStats::getEnvironmentVariable ("QUILVANE_PLUGIN", {});
     const auto given = options.getValue ("--plugin").value_or (fromEnvironment);
-    const auto file = given.isNotEmpty() ? resolveFile (given) : findNearProgram();
+    auto file = given.isNotEmpty() ? resolveFile (given) : findNearProgram();
 
     if (! file.existsAsFile())
         throw Failure ("there is no plug-in " + file.getFullPathName());

@@ -280,8 +280,11 @@ void PlotPainter::paintScale (juce::Graphics& g, juce::Rectangle<int> area, cons
         g.fillRect (bar.getX(), bar.getY() + y, bar.getWidth(), 1);
     }
 
-    for (auto level = scale.lowest; level <= scale.highest; level += scale.tickStep)
+    const auto numTicks = juce::roundToInt (std::floor (range / scale.tickStep)) + 1;
+
+    for (int tick = 0; tick < numTicks; ++tick)
     {
+        const auto level = scale.lowest + scale.tickStep * tick;
         const auto y = bar.getBottom() - juce::roundToInt ((level - scale.lowest) / range * bar.getHeight());
         const auto text = (level > 0.0 ? "+" : "") + juce::String (juce::roundToInt (level));
 
