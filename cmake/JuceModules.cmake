@@ -15,6 +15,7 @@ set (juce_modules
     juce::juce_audio_formats
     juce::juce_audio_processors
     juce::juce_core
+    juce::juce_cryptography
     juce::juce_data_structures
     juce::juce_dsp
     juce::juce_events

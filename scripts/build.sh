@@ -4,11 +4,16 @@
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 install_packages
-build portable Quilvane_VST
+build portable Quilvane_VST quilvane_factory_bank
 
 say "Filling dist/"
 mkdir -p "dist/Quilvane 2_data/Presets" "dist/Quilvane 2_data/Skins"
 cp "build/portable/src/Quilvane_artefacts/Release/VST/Quilvane 2.so" "dist/.new.so"
 mv "dist/.new.so" "dist/Quilvane 2.so"
+
+if [ -f presets/manifest.xml ]; then
+    cp "build/portable/presets/Quilvane 2 Factory.k7rpkg" "dist/.new.k7rpkg"
+    mv "dist/.new.k7rpkg" "dist/Quilvane 2_data/Presets/Quilvane 2 Factory.k7rpkg"
+fi
 
 echo "The plug-in is dist/Quilvane 2.so; keep the folder \"Quilvane 2_data\" beside it."

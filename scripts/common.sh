@@ -13,13 +13,13 @@ fail()
     exit 1
 }
 
-# Installs what is missing of the packages that the project needs.
+# install_packages [PACKAGE...]: installs what is missing of the packages that the project needs, and of those given.
 install_packages()
 {
     local wanted missing=()
     wanted=$(sed -e 's/#.*//' scripts/packages.txt)
 
-    for package in $wanted; do
+    for package in $wanted "$@"; do
         [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
     done
 

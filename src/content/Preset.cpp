@@ -2,7 +2,9 @@
 
 #include "content/Preset.h"
 
+#include "parameters/BoundedXml.h"
 #include "parameters/ParameterManager.h"
+#include "parameters/SafeFile.h"
 
 namespace quilvane
 {
@@ -15,34 +17,65 @@ constexpr const char* parametersTag = "Parameters";
 constexpr const char* parameterTag = "param";
 constexpr const char* nameAttribute = "name";
 constexpr const char* valueAttribute = "value";
+constexpr const char* ratingAttribute = "rating";
+constexpr const char* tagsAttribute = "tags";
+
+constexpr int lowestRating = 1;
+constexpr int highestRating = 5;
+
+/** The attributes that are plain texts, in writing order. */
+constexpr std::pair<const char*, juce::String Preset::*> textAttributes[] {
+    { "application", &Preset::application },
+    { "category", &Preset::category },
+    { "version", &Preset::version },
+    { "author", &Preset::author },
+    { "id", &Preset::id },
+};
+
+bool isPreset (const juce::XmlElement* xml)
+{
+    return xml != nullptr && xml->getTagName().equalsIgnoreCase (presetTag);
+}
 
 } // namespace
 
-void Preset::clear()
+void Preset::clearParameters()
 {
     entries.clear();
     ids.clear();
 }
 
-void Preset::addEntry (int id, const juce::String& value)
+void Preset::addEntry (int parameterId, const juce::String& value)
 {
-    entries.push_back ({ id, value });
-    ids.addRange ({ id, id + 1 });
+    entries.push_back ({ parameterId, value });
+    ids.addRange ({ parameterId, parameterId + 1 });
 }
 
-void Preset::add (const Parameter& parameter)
+void Preset::addParameter (const Parameter& parameter)
 {
     addEntry (parameter.getId(), parameter.getString());
 }
 
-void Preset::readXml (const juce::XmlElement* xml, const ParameterManager& parameters)
+//==============================================================================
+void Preset::readXml (const juce::XmlElement* xml, const ParameterManager& parameters, Extent extent)
 {
-    clear();
+    clearParameters();
 
-    if (xml == nullptr || ! xml->getTagName().equalsIgnoreCase (presetTag))
+    if (! isPreset (xml))
         return;
 
     name = xml->getStringAttribute (nameAttribute);
+
+    for (const auto& [attribute, member] : textAttributes)
+        this->*member = xml->getStringAttribute (attribute);
+
+    tags = TagSet::fromText (xml->getStringAttribute (tagsAttribute));
+
+    if (const auto stars = xml->getIntAttribute (ratingAttribute); stars >= lowestRating && stars <= highestRating)
+        rating = stars;
+
+    if (extent == Extent::header)
+        return;
 
     const auto read = [&] (const juce::XmlElement& row)
     {
@@ -63,12 +96,22 @@ void Preset::readXml (const juce::XmlElement* xml, const ParameterManager& param
     }
 }
 
-std::unique_ptr<juce::XmlElement> Preset::createXml (const ParameterManager& parameters) const
+std::unique_ptr<juce::XmlElement> Preset::createXml (const ParameterManager& parameters, bool includeName) const
 {
     auto xml = std::make_unique<juce::XmlElement> (presetTag);
 
-    if (name.isNotEmpty())
+    if (includeName && name.isNotEmpty())
         xml->setAttribute (nameAttribute, name);
+
+    for (const auto& [attribute, member] : textAttributes)
+        if ((this->*member).isNotEmpty())
+            xml->setAttribute (attribute, this->*member);
+
+    if (rating.has_value())
+        xml->setAttribute (ratingAttribute, *rating);
+
+    if (! tags.isEmpty())
+        xml->setAttribute (tagsAttribute, tags.toText());
 
     auto* list = xml->createNewChildElement (parametersTag);
 
@@ -83,6 +126,31 @@ std::unique_ptr<juce::XmlElement> Preset::createXml (const ParameterManager& par
     }
 
     return xml;
+}
+
+//==============================================================================
+void Preset::loadFromFile (const juce::File& file, const ParameterManager& parameters, Extent extent)
+{
+    if (const auto xml = parseBoundedXml (file))
+        readXml (xml.get(), parameters, extent);
+
+    name = file.getFileNameWithoutExtension();
+}
+
+bool Preset::saveToFile (const juce::File& file, const ParameterManager& parameters) const
+{
+    return replaceFileSafely (file, *createXml (parameters, false));
+}
+
+bool Preset::writeTagsToFile (const juce::File& file, const TagSet& newTags)
+{
+    const auto xml = parseBoundedXml (file);
+
+    if (! isPreset (xml.get()))
+        return false;
+
+    xml->setAttribute (tagsAttribute, newTags.toText());
+    return replaceFileSafely (file, *xml);
 }
 
 } // namespace quilvane

@@ -3,9 +3,12 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <juce_core/juce_core.h>
+
+#include "content/TagSet.h"
 
 namespace quilvane
 {
@@ -13,10 +16,14 @@ namespace quilvane
 class Parameter;
 class ParameterManager;
 
-/** A named set of parameter values, kept as machine text: by id in memory, by the parameters' names
-    in XML, so that a document stays valid when ids move between versions of a table.
+/** A named set of parameter values with what describes it.
 
-    A plain value without a lock; it belongs to the thread that uses it.
+    Values are kept as machine text: by id in memory, by the parameters' names in XML, so that a
+    document stays valid when ids move between versions of a table. In a file, the name is the file's
+    own; in a host's state it stands in the document.
+
+    A plain value without a lock; it belongs to the thread that uses it. Reading never fails: what is
+    missing or malformed leaves the preset empty, or the attribute at its default.
 */
 class Preset
 {
@@ -27,25 +34,52 @@ public:
         juce::String value;
     };
 
+    /** Whether the values are read, or only what describes them. */
+    enum class Extent
+    {
+        header,
+        everything,
+    };
+
     juce::String name;
+    juce::String author;
+    juce::String id;
+    juce::String application;
+    juce::String category;
+    juce::String version;
+    std::optional<int> rating; // 1 to 5
+    TagSet tags;
 
+    //==============================================================================
     const std::vector<Entry>& getEntries() const noexcept { return entries; }
-    bool contains (int id) const { return ids.contains (id); }
+    bool contains (int parameterId) const { return ids.contains (parameterId); }
 
-    void clear();
+    void clearParameters();
 
     /** Appends a parameter's present value. */
-    void add (const Parameter&);
+    void addParameter (const Parameter&);
 
-    /** Replaces the preset by the content of an element "Preset". Values of names that the manager
-        doesn't know are left out; null or another element leaves the preset empty. */
-    void readXml (const juce::XmlElement*, const ParameterManager&);
+    //==============================================================================
+    /** Replaces everything by the content of an element "Preset"; values of names that the manager
+        doesn't know are left out. Null or another element clears the values and leaves the rest. */
+    void readXml (const juce::XmlElement*, const ParameterManager&, Extent = Extent::everything);
 
-    /** An element "Preset" with the name, if it is not empty, and all values. */
-    std::unique_ptr<juce::XmlElement> createXml (const ParameterManager&) const;
+    /** An element "Preset". An entry without a parameter is left out. */
+    std::unique_ptr<juce::XmlElement> createXml (const ParameterManager&, bool includeName) const;
+
+    /** Reads a file, and takes its base name as the preset's name whatever it holds. */
+    void loadFromFile (const juce::File&, const ParameterManager&, Extent = Extent::everything);
+
+    /** Writes a file as a whole or not at all: one that existed stays until the new one is complete.
+        @returns whether it was written */
+    bool saveToFile (const juce::File&, const ParameterManager&) const;
+
+    /** Changes the tags in an existing file, which otherwise stays as it is.
+        @returns false if there is no preset in it or it can't be written */
+    static bool writeTagsToFile (const juce::File&, const TagSet&);
 
 private:
-    void addEntry (int id, const juce::String& value);
+    void addEntry (int parameterId, const juce::String& value);
 
     std::vector<Entry> entries;
     juce::SparseSet<int> ids;

@@ -5,6 +5,7 @@
 #include <array>
 #include <utility>
 
+#include "content/PresetChangeDetector.h"
 #include "core/FrameworkIds.h"
 #include "core/PluginAudioProcessor.h"
 #include "parameters/BoundedXml.h"
@@ -21,11 +22,18 @@ namespace
 constexpr double constructionRate = 44100.0; // Hz
 constexpr int numDebugParameters = 12;
 
+/** A file that the settings name; no file unless the path is a whole one. */
+juce::File fileFromSetting (const juce::String& path)
+{
+    return juce::File::isAbsolutePath (path) ? juce::File (path) : juce::File();
+}
+
 } // namespace
 
 BasePlugin::BasePlugin (std::unique_ptr<ParameterManager> manager, EmbeddedTextLoader embeddedTexts) :
     loadEmbeddedText (std::move (embeddedTexts)),
-    parameters (std::move (manager))
+    parameters (std::move (manager)),
+    midiControlMap (*parameters)
 {
     rateConstants.update (constructionRate);
 
@@ -102,6 +110,8 @@ void BasePlugin::addDebugParametersAndEvents()
 //==============================================================================
 void BasePlugin::initialiseEnvironment()
 {
+    directories.resolve (*this);
+
     if (usesHostParameterMap() && hasPresets())
     {
         numHostParameters = 0;
@@ -117,6 +127,12 @@ void BasePlugin::initialiseEnvironment()
     for (const auto& parameter : parameters->getParameters())
         parameter->addListener (this);
 
+    loadSettings();
+    midiControlMap.setName (getProductName());
+
+    if (useMidiMapFile)
+        midiControlMap.loadFromFile (fileFromSetting (midiMapFile));
+
     loadHostMap();
     parameters->startUpdates();
 }
@@ -124,12 +140,16 @@ void BasePlugin::initialiseEnvironment()
 void BasePlugin::initialiseContent()
 {
     if (hasPresets())
-        fillPreset (defaultPreset);
+        loadContent();
 
+    // After the default preset: a host's defaults are its values.
     parameters->captureDefaults();
 
     // All listeners and the core take the values that stand.
+    loadingPreset = true;
     parameters->notifyAll();
+    loadingPreset = false;
+    resetPresetBaseline();
 }
 
 //==============================================================================
@@ -326,8 +346,8 @@ void BasePlugin::loadHostMapXml (const juce::XmlElement& xml)
 void BasePlugin::loadHostMap()
 {
     const auto embeddedName = ("default." + getShortName() + "hpmap").toLowerCase();
-    const auto xml =
-        useHostMapFile ? parseBoundedXml (juce::File (hostMapFile)) : parseBoundedXml (loadEmbeddedText (embeddedName));
+    const auto xml = useHostMapFile ? parseBoundedXml (fileFromSetting (hostMapFile))
+                                    : parseBoundedXml (loadEmbeddedText (embeddedName));
 
     if (xml != nullptr)
         loadHostMapXml (*xml);

@@ -9,20 +9,25 @@
 #include <juce_audio_processors/juce_audio_processors.h>
 
 #include "content/Preset.h"
+#include "content/PresetsContent.h"
+#include "core/Directories.h"
 #include "core/ProcessContext.h"
 #include "core/SoftwareDesignation.h"
 #include "dsp/SampleRateConstants.h"
 #include "parameters/EventsMap.h"
 #include "parameters/HostParameterMap.h"
+#include "parameters/MidiControlMap.h"
 #include "parameters/ParameterManager.h"
 
 namespace quilvane
 {
 
 class PluginAudioProcessor;
+class PresetChangeDetector;
 
-/** The reusable core of every product: it owns the parameters, the host's view of them, the events
-    and the processing quality, and forwards audio to the effect that derives from it.
+/** The reusable core of every product: it owns the parameters, the host's and the controllers' view of
+    them, the presets and their sources, the events, the folders and the settings, and forwards audio to the
+    effect that derives from it.
 
     A product overrides the virtual operations; nothing here names one. It is built in stages by
     PluginAudioProcessor::setPlugin(), all on the thread on which the host creates the plug-in and
@@ -31,7 +36,7 @@ class PluginAudioProcessor;
     Owned by its PluginAudioProcessor. Nothing in the start-up fails but for an exception: what is
     missing leaves defaults in force.
 */
-class BasePlugin : public SoftwareDesignation, protected Parameter::Listener
+class BasePlugin : public SoftwareDesignation, public PresetHost, protected Parameter::Listener
 {
 public:
     /** Reads a text that is embedded in the plug-in's binary, by its bare file name; empty if there
@@ -78,7 +83,7 @@ public:
     void refreshLatency();
 
     /** What the host keeps of this instance in its project: the processing qualities, the preset's
-        parameters and its name, as XML in the binary form of juce::AudioProcessor. */
+        parameters and its name, and the MIDI map, as XML in the binary form of juce::AudioProcessor. */
     void saveStateChunk (juce::MemoryBlock&) const;
 
     /** Restores what saveStateChunk() wrote. What is missing there keeps its value, but for
@@ -111,6 +116,41 @@ public:
     juce::ChangeBroadcaster& getHostMapBroadcaster() noexcept { return hostMapBroadcaster; }
 
     //==============================================================================
+    // Presets and settings. Message thread.
+
+    /** Applies a preset: what it doesn't mention falls back to the default preset's value. It becomes the
+        current one, and synced oscillators start again. */
+    void loadPreset (const Preset&) override;
+    void fillPreset (Preset&) const override;
+    const ParameterManager& getPresetParameters() const override { return *parameters; }
+
+    /** The values before any preset was loaded. */
+    const Preset& getDefaultPreset() const noexcept { return defaultPreset; }
+
+    /** The values as the last loaded preset gave them. */
+    Preset getCurrentPreset() const;
+
+    /** Whether parameters have moved since. Any thread. */
+    bool isPresetChanged() const noexcept;
+    void resetPresetBaseline();
+
+    /** Whether a preset is being applied at this moment. Any thread. */
+    bool isLoadingPreset() const noexcept { return loadingPreset; }
+
+    /** The presets of the shipped package; null if there is none. */
+    PresetsContent* getFactoryPresets() const noexcept { return factoryPresets.get(); }
+
+    /** The user's own presets; null in a product without presets. */
+    PresetsContent* getUserPresets() const noexcept { return userPresets.get(); }
+
+    /** Writes the settings that all instances share, over those of the instance that closed before. */
+    void saveSettings() const;
+
+    juce::File getSettingsFile() const;
+
+    //==============================================================================
+    MidiControlMap& getMidiControlMap() noexcept { return midiControlMap; }
+    Directories& getDirectories() noexcept { return directories; }
     ParameterManager& getParameters() noexcept { return *parameters; }
     const ParameterManager& getParameters() const noexcept { return *parameters; }
     EventsMap& getEvents() noexcept { return events; }
@@ -129,6 +169,18 @@ public:
     virtual int getNumPresetParameters() const { return 0; }
     virtual bool hasPresets() const = 0;
 
+    /** The preset that a new instance starts on, if the factory has it. */
+    virtual juce::String getDefaultPresetName() const { return {}; }
+
+    /** The categories of tags, separated by ";". */
+    virtual juce::String getCategories() const { return {}; }
+
+    /** With its point. */
+    virtual juce::String getPresetExtension() const { return {}; }
+
+    /** Of archives that users exchange, with its point. */
+    virtual juce::String getPackageExtension() const { return "." + getShortName().toLowerCase() + "zip"; }
+
 protected:
     virtual bool usesHostParameterMap() const { return false; }
     virtual bool usesDebugParameters() const { return false; }
@@ -143,7 +195,7 @@ protected:
     virtual void process (ProcessContext&) {}
 
     /** A controller message of the host, between the samples before and after it; audio thread. */
-    virtual void handleController (const juce::MidiMessage&) {}
+    virtual void handleController (const juce::MidiMessage& message) { midiControlMap.handleController (message); }
 
     /** A preset or a state has been applied to the parameters; message or host thread. */
     virtual void presetApplied() {}
@@ -162,12 +214,15 @@ private:
     std::unique_ptr<juce::XmlElement> createState() const;
     void restoreState (const juce::XmlElement&);
     void restoreQualities (const juce::XmlElement* preset);
-    void fillPreset (Preset&) const;
+    void loadSettings();
+    void loadContent();
     void applyPreset (const Preset&);
+    void keepCurrentPreset();
     Parameter* getMappedParameter (int hostIndex) const noexcept;
 
     const EmbeddedTextLoader loadEmbeddedText;
     std::unique_ptr<ParameterManager> parameters;
+    Directories directories;
 
     HostParameterMap hostMap;
     juce::ChangeBroadcaster hostMapBroadcaster;
@@ -175,14 +230,22 @@ private:
     bool useHostMapFile = false;
     int numHostParameters = 128;
     EventsMap events;
+    MidiControlMap midiControlMap;
+    juce::String midiMapFile;
+    bool useMidiMapFile = false;
 
     // All null in a product without "Processing Quality".
     Parameter* qualityParameter = nullptr;
     Parameter* realTimeQuality = nullptr;
     Parameter* offlineQuality = nullptr;
 
-    // The values before any preset or state was applied.
     Preset defaultPreset;
+    Preset currentPreset; // under the lock: hosts restore states on threads of their own
+    juce::CriticalSection currentPresetLock;
+    std::atomic<bool> loadingPreset { false };
+    std::unique_ptr<PresetsContent> userPresets;
+    std::unique_ptr<PresetChangeDetector> changeDetector;
+    std::unique_ptr<PresetsContent> factoryPresets;
 
     std::atomic<bool> offline { false };
     std::atomic<bool> active { false };

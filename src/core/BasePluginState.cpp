@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// What a plug-in leaves with its host, and how it takes it back.
+// What a plug-in leaves with its host, and how it takes it back; presets.
 
+#include "content/PresetChangeDetector.h"
+#include "content/PresetsDirectoryContent.h"
+#include "content/PresetsPackageContent.h"
 #include "core/BasePlugin.h"
 #include "core/FrameworkIds.h"
 #include "parameters/BoundedXml.h"
@@ -17,6 +20,8 @@ constexpr const char* applicationAttribute = "application";
 constexpr const char* qualityTag = "ProcessingQuality";
 constexpr const char* parametersTag = "ParametersState";
 constexpr const char* presetTag = "Preset";
+constexpr const char* midiMapTag = "MidiControlMap";
+constexpr const char* factoryPattern = "*Factory*.k7rpkg";
 
 // The chunk: magic, length of the text, the text in UTF-8, a zero byte; numbers are little-endian.
 constexpr juce::uint32 chunkMagic = 0x21324356; // "VC2!"
@@ -83,13 +88,13 @@ std::unique_ptr<juce::XmlElement> BasePlugin::createState() const
     state->setAttribute (applicationAttribute, getProductName());
 
     const auto addPreset = [&] (const char* parentTag, const Preset& preset)
-    { state->createNewChildElement (parentTag)->addChildElement (preset.createXml (*parameters).release()); };
+    { state->createNewChildElement (parentTag)->addChildElement (preset.createXml (*parameters, true).release()); };
 
     if (qualityParameter != nullptr)
     {
         Preset qualities;
-        qualities.add (*realTimeQuality);
-        qualities.add (*offlineQuality);
+        qualities.addParameter (*realTimeQuality);
+        qualities.addParameter (*offlineQuality);
         addPreset (qualityTag, qualities);
     }
 
@@ -97,6 +102,7 @@ std::unique_ptr<juce::XmlElement> BasePlugin::createState() const
     fillPreset (values);
     addPreset (parametersTag, values);
 
+    state->addChildElement (midiControlMap.createXml().release());
     return state;
 }
 
@@ -111,9 +117,10 @@ void BasePlugin::restoreState (const juce::XmlElement& state)
     {
         Preset preset;
         preset.readXml (xml, *parameters);
-        applyPreset (preset);
-        presetApplied();
+        loadPreset (preset);
     }
+
+    midiControlMap.loadFromXml (state.getChildByName (midiMapTag));
 }
 
 void BasePlugin::restoreQualities (const juce::XmlElement* xml)
@@ -129,13 +136,62 @@ void BasePlugin::restoreQualities (const juce::XmlElement* xml)
 //==============================================================================
 void BasePlugin::fillPreset (Preset& preset) const
 {
-    preset.clear();
+    preset.clearParameters();
 
     for (int id = 0; id < getNumPresetParameters(); ++id)
         if (const auto* parameter = parameters->getParameter (id))
-            preset.add (*parameter);
+            preset.addParameter (*parameter);
 
     preset.name = parameters->getValueString (frameworkIds::presetName);
+}
+
+void BasePlugin::loadContent()
+{
+    std::vector<int> ids;
+
+    for (int id = 0; id < getNumPresetParameters(); ++id)
+        ids.push_back (id);
+
+    changeDetector = std::make_unique<PresetChangeDetector> (*parameters, ids);
+    fillPreset (defaultPreset);
+
+    const auto packages = directories.get (Directories::appData)
+                              .getChildFile ("Presets")
+                              .findChildFiles (juce::File::findFiles, false, factoryPattern);
+
+    if (! packages.isEmpty())
+    {
+        factoryPresets =
+            std::make_unique<PresetsPackageContent> (*this, "Factory", packages.getFirst(), getPresetExtension());
+
+        if (getDefaultPresetName().isNotEmpty())
+            factoryPresets->loadItem (getDefaultPresetName());
+    }
+
+    keepCurrentPreset();
+
+    directories.add (Directories::userPresets, directories.get (Directories::userStore).getChildFile ("Presets"), true);
+    userPresets = std::make_unique<PresetsDirectoryContent> (*this, "User", directories.get (Directories::userPresets),
+                                                             getPresetExtension());
+}
+
+void BasePlugin::loadPreset (const Preset& preset)
+{
+    loadingPreset = true;
+    applyPreset (preset);
+    loadingPreset = false;
+    presetApplied();
+}
+
+bool BasePlugin::isPresetChanged() const noexcept
+{
+    return changeDetector != nullptr && changeDetector->hasChanged();
+}
+
+void BasePlugin::resetPresetBaseline()
+{
+    if (changeDetector != nullptr)
+        changeDetector->resetBaseline();
 }
 
 void BasePlugin::applyPreset (const Preset& preset)
@@ -150,6 +206,24 @@ void BasePlugin::applyPreset (const Preset& preset)
             parameters->setValueString (entry.id, entry.value);
 
     parameters->setValueString (frameworkIds::presetName, preset.name);
+
+    keepCurrentPreset();
+    resetPresetBaseline();
+}
+
+void BasePlugin::keepCurrentPreset()
+{
+    Preset preset;
+    fillPreset (preset);
+
+    const juce::ScopedLock scope (currentPresetLock);
+    currentPreset = std::move (preset);
+}
+
+Preset BasePlugin::getCurrentPreset() const
+{
+    const juce::ScopedLock scope (currentPresetLock);
+    return currentPreset;
 }
 
 } // namespace quilvane

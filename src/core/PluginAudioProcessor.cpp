@@ -23,7 +23,11 @@ PluginAudioProcessor::PluginAudioProcessor() :
 {
 }
 
-PluginAudioProcessor::~PluginAudioProcessor() = default;
+PluginAudioProcessor::~PluginAudioProcessor()
+{
+    if (isBuilt)
+        plugin->saveSettings();
+}
 
 void PluginAudioProcessor::setPlugin (std::unique_ptr<BasePlugin> newPlugin)
 {
@@ -33,6 +37,7 @@ void PluginAudioProcessor::setPlugin (std::unique_ptr<BasePlugin> newPlugin)
     plugin->createDspCore();
     plugin->initialiseContent();
     plugin->refreshLatency();
+    isBuilt = true;
 }
 
 JUCE_BEGIN_IGNORE_WARNINGS_GCC_LIKE ("-Wdeprecated-declarations")

@@ -87,6 +87,7 @@ private:
     void updateNonRealtime();
 
     std::unique_ptr<BasePlugin> plugin;
+    bool isBuilt = false;
     std::function<VstHostCallbackType> hostCallback;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (PluginAudioProcessor)

@@ -41,6 +41,9 @@ public:
     int getNumPresetParameters() const override;
     int getNumHostParameters() const override;
     bool hasPresets() const override { return true; }
+    juce::String getDefaultPresetName() const override { return "Colorful"; }
+    juce::String getCategories() const override { return "Modulation;Spatialize"; }
+    juce::String getPresetExtension() const override { return ".qvprs2"; }
 
 protected:
     std::unique_ptr<GlassRailEffectCore> makeCore() override;

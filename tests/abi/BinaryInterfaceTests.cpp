@@ -355,6 +355,39 @@ TEST_F (BinaryInterface, MidiOfAnyKindIsTakenAndUnmappedControllersChangeNothing
     EXPECT_TRUE (withMidi.automations.empty());
 }
 
+TEST_F (BinaryInterface, AMappedControllerMovesItsParameterAndTheHostHearsIt)
+{
+    Instance instance (library);
+    const auto chunk = instance.getChunk();
+    std::string xml (chunk.begin() + 8, chunk.end() - 1);
+    const auto map = xml.find ("<MidiControlMap");
+    ASSERT_NE (map, std::string::npos);
+    xml.replace (map, xml.find ("/>", map) + 2 - map,
+                 "<MidiControlMap name=\"Quilvane 2\"><assign CC=\"7\" param=\"Feedback\"/></MidiControlMap>");
+    instance.setChunk (makeChunk (xml));
+    instance.automations.clear();
+
+    rawhost::MidiEvent event;
+    event.deltaFrames = 100;
+    event.data[0] = 0xb5;
+    event.data[1] = 7;
+    event.data[2] = 127;
+    instance.sendMidi ({ event });
+    render (instance, std::vector<float> (512, 0.1f));
+
+    ASSERT_EQ (instance.automations.size(), 1u);
+    EXPECT_EQ (instance.automations[0].index, feedback);
+    EXPECT_EQ (instance.automations[0].value, 1.0f);
+    EXPECT_EQ (instance.value (feedback), 1.0f);
+
+    // The host's own automation of the same parameter isn't sent back, and the map is in the chunk.
+    instance.set (feedback, 0.5f);
+    render (instance, std::vector<float> (512, 0.1f));
+    EXPECT_EQ (instance.automations.size(), 1u);
+    const auto saved = instance.getChunk();
+    EXPECT_NE (std::string (saved.begin(), saved.end()).find ("CC=\"7\" param=\"Feedback\""), std::string::npos);
+}
+
 TEST_F (BinaryInterface, InstancesAreIndependent)
 {
     Instance alone (library);

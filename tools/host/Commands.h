@@ -12,6 +12,8 @@ namespace quilvane::host
 
 juce::ConsoleApplication::Command makeInfoCommand();
 juce::ConsoleApplication::Command makeRenderCommand();
+juce::ConsoleApplication::Command makeRenderBankCommand();
+juce::ConsoleApplication::Command makePresetsCommand();
 juce::ConsoleApplication::Command makePlotCommand();
 juce::ConsoleApplication::Command makeScoreCommand();
 

@@ -126,6 +126,20 @@ void HostedPlugin::set (const juce::String& name, const juce::String& text)
     chosen.emplace_back (&parameter, parameter.getValue());
 }
 
+void HostedPlugin::loadPreset (const juce::XmlElement& preset)
+{
+    juce::XmlElement state ("PluginState");
+    state.setAttribute ("application", instance->getPluginDescription().name);
+    state.createNewChildElement ("ParametersState")->addChildElement (new juce::XmlElement (preset));
+
+    juce::MemoryBlock chunk;
+    juce::AudioProcessor::copyXmlToBinary (state, chunk);
+
+    if (! juce::VSTPluginFormat::setChunkData (instance.get(), chunk.getData(), static_cast<int> (chunk.getSize()),
+                                               false))
+        throw Failure ("the plug-in takes no presets");
+}
+
 void HostedPlugin::prepare (bool isOffline)
 {
     instance->setNonRealtime (isOffline);

@@ -8,10 +8,10 @@
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
+#include "Options.h"
+
 namespace quilvane::host
 {
-
-class Options;
 
 /** The plug-in, loaded from its file through the VST 2 interface like in any host.
 
@@ -36,6 +36,9 @@ public:
 
     /** Sets a parameter to what a text describes; see setParameterByText(). */
     void set (const juce::String& name, const juce::String& text);
+
+    /** Loads a preset, an element "Preset" with its name, through the state that hosts restore. */
+    void loadPreset (const juce::XmlElement&);
 
     /** Makes the plug-in ready for processing. A plug-in may choose values of its own for the mode, live or
         offline; what set() chose stands all the same. */

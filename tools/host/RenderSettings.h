@@ -2,15 +2,16 @@
 
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <vector>
 
 #include <juce_core/juce_core.h>
 
+#include "Options.h"
+
 namespace quilvane::host
 {
-
-class Options;
 
 /** A parameter's value over time: straight lines between points, level before the first and after the
     last. Two points at one time make a jump. */
@@ -43,6 +44,7 @@ struct RenderSettings
 
     juce::File input, output;
     std::optional<juce::File> stateToLoad, stateToSave;
+    std::shared_ptr<const juce::XmlElement> preset; // as PresetBank reads it; null for none
 
     std::vector<std::pair<juce::String, juce::String>> values; // name and text, in order
     std::vector<AutomationLane> lanes;

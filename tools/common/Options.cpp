@@ -9,7 +9,9 @@
 
 #include "Failure.h"
 
-namespace quilvane::host
+namespace quilvane
+{
+inline namespace tools
 {
 
 namespace
@@ -190,4 +192,5 @@ juce::File resolveFile (const juce::String& name)
     return juce::File::getCurrentWorkingDirectory().getChildFile (name);
 }
 
-} // namespace quilvane::host
+} // namespace tools
+} // namespace quilvane

@@ -7,7 +7,9 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane::host
+namespace quilvane
+{
+inline namespace tools
 {
 
 /** A file that comes into being at once, or not at all.
@@ -46,4 +48,5 @@ private:
     juce::TemporaryFile temporary;
 };
 
-} // namespace quilvane::host
+} // namespace tools
+} // namespace quilvane

@@ -9,7 +9,9 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane::host
+namespace quilvane
+{
+inline namespace tools
 {
 
 class Failure;
@@ -77,4 +79,5 @@ std::pair<juce::String, juce::String> splitSetting (const juce::String&);
 /** A file by the name that the user gave, from the working folder on. */
 juce::File resolveFile (const juce::String&);
 
-} // namespace quilvane::host
+} // namespace tools
+} // namespace quilvane

@@ -6,13 +6,15 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane::host
+namespace quilvane
+{
+inline namespace tools
 {
 
 /** What keeps a command from its end, in the words that the user reads.
 
-    The sentence starts in lower case and has no full stop: main() puts the program's name before it,
-    prints it and ends with exit code 1. Whatever the command had begun to write is gone by then.
+    The sentence starts in lower case and has no full stop: runProgram() puts the program's name before
+    it, prints it and ends with exit code 1. Whatever the command had begun to write is gone by then.
 */
 class Failure : public std::runtime_error
 {
@@ -20,4 +22,5 @@ public:
     explicit Failure (const juce::String& sentence) : std::runtime_error (sentence.toStdString()) {}
 };
 
-} // namespace quilvane::host
+} // namespace tools
+} // namespace quilvane

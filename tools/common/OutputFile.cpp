@@ -6,7 +6,9 @@
 
 #include "Failure.h"
 
-namespace quilvane::host
+namespace quilvane
+{
+inline namespace tools
 {
 
 namespace
@@ -81,4 +83,5 @@ void OutputFile::write (const juce::File& file, const std::function<bool (juce::
     output.commit();
 }
 
-} // namespace quilvane::host
+} // namespace tools
+} // namespace quilvane

@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "content/ContentSource.h"
+
+#include <algorithm>
+
+#include "parameters/SafeFile.h"
+
+namespace quilvane
+{
+
+namespace
+{
+
+constexpr int highestNumber = 1000;
+
+/** No item is read beyond this from a stream; a preset has a few kilobytes. */
+constexpr int maximumItemBytes = 1024 * 1024;
+
+} // namespace
+
+void ContentSource::reload()
+{
+    items.clear();
+    tags = {};
+
+    for (auto& listing : listItems())
+        tags.merge (addItem (std::move (listing)).tags);
+
+    setTagMap (tagMap);
+}
+
+void ContentSource::rebuildTags()
+{
+    tags = {};
+
+    for (const auto& item : items)
+        tags.merge (item->tags);
+
+    if (tagMap != nullptr)
+        tagMap->merge (tags);
+}
+
+void ContentSource::setTagMap (TagMap* map)
+{
+    tagMap = map;
+
+    if (tagMap != nullptr)
+        tagMap->merge (tags);
+
+    for (const auto& item : items)
+        numberTags (*item);
+}
+
+void ContentSource::numberTags (ContentItem& item) const
+{
+    item.tagIds.clear();
+
+    if (tagMap == nullptr)
+        return;
+
+    for (const auto& category : item.tags.getCategories())
+        for (const auto& tag : category.tags)
+            item.tagIds.push_back (tagMap->getId (category.name, tag));
+}
+
+ContentItem& ContentSource::addItem (Listing listing)
+{
+    auto item = std::make_unique<ContentItem>();
+    item->source = this;
+    item->name = std::move (listing.name);
+    item->tags = std::move (listing.tags);
+    items.push_back (std::move (item));
+    return *items.back();
+}
+
+ContentItem* ContentSource::findItem (const juce::String& itemName) const
+{
+    const auto found = std::find_if (items.begin(), items.end(),
+                                     [&] (const auto& item) { return item->name.equalsIgnoreCase (itemName); });
+    return found != items.end() ? found->get() : nullptr;
+}
+
+juce::String ContentSource::uniqueItemName (const juce::String& wanted) const
+{
+    if (! containsItem (wanted))
+        return wanted;
+
+    for (int number = 1; number <= highestNumber; ++number)
+        if (const auto candidate = wanted + " (" + juce::String (number) + ")"; ! containsItem (candidate))
+            return candidate;
+
+    return wanted + " - Copy (" + juce::String (juce::Time::currentTimeMillis()) + ")";
+}
+
+ContentItem* ContentSource::addItemFromStream (juce::InputStream& stream, const juce::String& itemName)
+{
+    const auto file = getItemFile (itemName);
+
+    if (file == juce::File() || file.existsAsFile() || containsItem (itemName))
+        return nullptr;
+
+    juce::MemoryBlock bytes;
+
+    if (stream.readIntoMemoryBlock (bytes, maximumItemBytes + 1) > maximumItemBytes)
+        return nullptr;
+
+    if (! replaceFileSafely (file, bytes.toString()))
+        return nullptr;
+
+    auto& item = addItem ({ file.getFileNameWithoutExtension(), readItemTags (itemName) });
+    tags.merge (item.tags);
+
+    if (tagMap != nullptr)
+        tagMap->merge (tags);
+
+    numberTags (item);
+    return &item;
+}
+
+bool ContentSource::removeItem (ContentItem& item)
+{
+    if (isReadOnly() || ! deleteItemFile (item.name))
+        return false;
+
+    items.erase (std::find_if (items.begin(), items.end(), [&] (const auto& i) { return i.get() == &item; }));
+    rebuildTags();
+    return true;
+}
+
+void ContentSource::sendContentChanged()
+{
+    listeners.call ([this] (Listener& l) { l.contentChanged (*this); });
+}
+
+} // namespace quilvane

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "content/PresetsDirectoryContent.h"
+
+namespace quilvane
+{
+
+namespace
+{
+
+constexpr const char* fileVersion = "1.0";
+
+/** File systems take names of 255 bytes; the extension and the name of a temporary file need some of them. */
+constexpr size_t maximumNameBytes = 200;
+
+/** A name that stays in its folder: no separators or control characters, not hidden, not too long. */
+juce::String toFileName (const juce::String& name)
+{
+    juce::String result;
+
+    for (auto c = name.getCharPointer(); ! c.isEmpty();)
+    {
+        const auto character = c.getAndAdvance();
+
+        if (character >= ' ' && character != 0x7f && ! juce::String ("/\\:*?\"<>|").containsChar (character))
+            result += character;
+        else
+            result += '_';
+    }
+
+    while (result.getNumBytesAsUTF8() > maximumNameBytes)
+        result = result.dropLastCharacters (1);
+
+    result = result.trim().trimCharactersAtStart (".").trim();
+
+    // juce::File takes such a name for somebody's home.
+    return result.startsWithChar ('~') ? "_" + result.substring (1) : result;
+}
+
+} // namespace
+
+PresetsDirectoryContent::PresetsDirectoryContent (PresetHost& presetHost, const juce::String& sourceName,
+                                                  const juce::File& folder, const juce::String& presetExtension) :
+    PresetsContent (presetHost, sourceName, presetExtension),
+    directory (folder)
+{
+}
+
+juce::File PresetsDirectoryContent::getItemFile (const juce::String& itemName) const
+{
+    const auto fileName = toFileName (itemName);
+    return fileName.isNotEmpty() ? directory.getChildFile (fileName).withFileExtension (extension) : juce::File();
+}
+
+std::vector<ContentSource::Listing> PresetsDirectoryContent::listItems() const
+{
+    std::vector<Listing> result;
+
+    for (const auto& entry : juce::RangedDirectoryIterator (directory, false, "*" + extension, juce::File::findFiles))
+    {
+        Preset header;
+        header.loadFromFile (entry.getFile(), host.getPresetParameters(), Preset::Extent::header);
+        result.push_back ({ header.name, header.tags });
+    }
+
+    return result;
+}
+
+TagSet PresetsDirectoryContent::readItemTags (const juce::String& itemName) const
+{
+    Preset header;
+    header.loadFromFile (getItemFile (itemName), host.getPresetParameters(), Preset::Extent::header);
+    return header.tags;
+}
+
+std::unique_ptr<Preset> PresetsDirectoryContent::readPreset (const juce::String& itemName) const
+{
+    const auto file = getItemFile (itemName);
+
+    if (! file.existsAsFile())
+        return nullptr;
+
+    auto preset = std::make_unique<Preset>();
+    preset->loadFromFile (file, host.getPresetParameters());
+    return preset;
+}
+
+bool PresetsDirectoryContent::deleteItemFile (const juce::String& itemName)
+{
+    const auto file = getItemFile (itemName);
+    return file.existsAsFile() && file.deleteFile();
+}
+
+bool PresetsDirectoryContent::renameItemFile (const juce::String& oldName, const juce::String& newName)
+{
+    const auto oldFile = getItemFile (oldName);
+    const auto newFile = getItemFile (newName);
+
+    if (! oldFile.existsAsFile() || newFile == juce::File())
+        return false;
+
+    // Only a change of case may meet a file that is there, which then is the same one.
+    if (newFile.existsAsFile() && ! oldName.equalsIgnoreCase (newName))
+        return false;
+
+    return oldFile.moveFileTo (newFile);
+}
+
+bool PresetsDirectoryContent::writeItemTags (const juce::String& itemName, const TagSet& newTags)
+{
+    return Preset::writeTagsToFile (getItemFile (itemName), newTags);
+}
+
+bool PresetsDirectoryContent::createItemFile (const juce::String& itemName, const TagSet& newTags)
+{
+    const auto file = getItemFile (itemName);
+
+    // A name can stand for the file of another one: that one isn't this item's to overwrite.
+    if (file == juce::File()
+        || (file.existsAsFile() && ! file.getFileNameWithoutExtension().equalsIgnoreCase (itemName)))
+        return false;
+
+    Preset preset;
+    host.fillPreset (preset);
+    preset.version = fileVersion;
+    preset.tags = newTags;
+    return preset.saveToFile (file, host.getPresetParameters());
+}
+
+} // namespace quilvane

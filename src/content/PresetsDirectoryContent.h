@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "content/PresetsContent.h"
+
+namespace quilvane
+{
+
+/** The user's presets: the files of one folder, whose base names are the presets' names.
+
+    There is no cache and no watching: the folder is listed when the source is reloaded. Names come
+    from users and archives; whatever they hold, the file of an item lies in the folder itself.
+*/
+class PresetsDirectoryContent final : public PresetsContent
+{
+public:
+    PresetsDirectoryContent (PresetHost&, const juce::String& sourceName, const juce::File& folder,
+                             const juce::String& presetExtension);
+
+    bool isReadOnly() const override { return false; }
+    bool canSave() const override { return true; }
+
+    /** The path of a name in the folder. What no file name can hold is replaced, and what follows the last
+        point of a name isn't kept; a name of which nothing remains gives no file. */
+    juce::File getItemFile (const juce::String& itemName) const override;
+    TagSet readItemTags (const juce::String& itemName) const override;
+    std::unique_ptr<Preset> readPreset (const juce::String& itemName) const override;
+
+    bool deleteItemFile (const juce::String& itemName) override;
+
+    /** False if the new name is another preset's. */
+    bool renameItemFile (const juce::String& oldName, const juce::String& newName) override;
+    bool writeItemTags (const juce::String& itemName, const TagSet&) override;
+
+    /** Also false if the name's path is that of a preset of another name. */
+    bool createItemFile (const juce::String& itemName, const TagSet&) override;
+
+protected:
+    std::vector<Listing> listItems() const override;
+
+private:
+    const juce::File directory;
+};
+
+} // namespace quilvane

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "content/PresetsPackageContent.h"
+
+#include "parameters/BoundedXml.h"
+
+namespace quilvane
+{
+
+namespace
+{
+
+/** The extension of an entry's name, with its point. */
+juce::String extensionOf (const juce::String& entryName)
+{
+    return entryName.fromLastOccurrenceOf (".", true, false);
+}
+
+/** The name of the item that an entry holds: without folders and extension. */
+juce::String itemNameOf (const juce::String& entryName)
+{
+    return entryName.fromLastOccurrenceOf ("/", false, false).upToLastOccurrenceOf (".", false, false);
+}
+
+} // namespace
+
+PresetsPackageContent::PresetsPackageContent (PresetHost& presetHost, const juce::String& sourceName,
+                                              const juce::File& packageFile, const juce::String& presetExtension) :
+    PresetsContent (presetHost, sourceName, presetExtension),
+    package (packageFile)
+{
+}
+
+std::vector<ContentSource::Listing> PresetsPackageContent::listItems() const
+{
+    std::vector<Listing> result;
+
+    for (int i = 0; i < package.getNumEntries(); ++i)
+    {
+        const auto entryName = package.getEntryName (i);
+
+        if (entryName == PackageFile::manifestEntry || extensionOf (entryName) != extension)
+            continue;
+
+        const auto preset = readEntry (i, Preset::Extent::header);
+
+        if (preset == nullptr)
+            break;
+
+        result.push_back ({ preset->name, preset->tags });
+    }
+
+    return result;
+}
+
+std::unique_ptr<Preset> PresetsPackageContent::readPreset (const juce::String& itemName) const
+{
+    auto preset = readEntry (package.findEntry (itemName + extension), Preset::Extent::everything);
+
+    if (preset != nullptr && preset->author.isEmpty())
+        preset->author = package.getManifest().author;
+
+    return preset;
+}
+
+std::unique_ptr<Preset> PresetsPackageContent::readEntry (int index, Preset::Extent extent) const
+{
+    if (package.openEntry (index) == nullptr)
+        return nullptr;
+
+    auto preset = std::make_unique<Preset>();
+    preset->readXml (parseBoundedXml (package.readEntryText (index)).get(), host.getPresetParameters(), extent);
+    preset->name = itemNameOf (package.getEntryName (index));
+    return preset;
+}
+
+} // namespace quilvane

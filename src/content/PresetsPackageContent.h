@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "content/PackageFile.h"
+#include "content/PresetsContent.h"
+
+namespace quilvane
+{
+
+/** The presets of a signed package; read only. A package that doesn't verify has none. */
+class PresetsPackageContent final : public PresetsContent
+{
+public:
+    PresetsPackageContent (PresetHost&, const juce::String& sourceName, const juce::File& packageFile,
+                           const juce::String& presetExtension);
+
+    /** With the package's author, if the preset names none. */
+    std::unique_ptr<Preset> readPreset (const juce::String& itemName) const override;
+
+protected:
+    std::vector<Listing> listItems() const override;
+
+private:
+    std::unique_ptr<Preset> readEntry (int index, Preset::Extent) const;
+
+    const PackageFile package;
+};
+
+} // namespace quilvane

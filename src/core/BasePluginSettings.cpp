@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// The settings that all instances of a user share.
+
+#include "core/BasePlugin.h"
+#include "core/FrameworkIds.h"
+#include "parameters/BoundedXml.h"
+#include "parameters/SafeFile.h"
+
+namespace quilvane
+{
+
+namespace
+{
+
+constexpr const char* settingsTag = "UserSettings";
+constexpr const char* applicationAttribute = "application";
+constexpr const char* presetsTag = "Presets";
+constexpr const char* authorTag = "Author";
+constexpr const char* midiMapTag = "MidiControlMap";
+constexpr const char* hostMapTag = "HostParametersMap";
+constexpr const char* inForceAttribute = "default";
+constexpr const char* fileAttribute = "file";
+constexpr const char* qualityTag = "DefaultProcessingQuality";
+constexpr const char* presetTag = "Preset";
+
+void readMapSetting (const juce::XmlElement& settings, const char* tag, bool& inForce, juce::String& file)
+{
+    if (const auto* xml = settings.getChildByName (tag))
+    {
+        inForce = xml->getStringAttribute (inForceAttribute).equalsIgnoreCase ("yes");
+        file = xml->getStringAttribute (fileAttribute);
+    }
+}
+
+void writeMapSetting (juce::XmlElement& settings, const char* tag, bool inForce, const juce::String& file)
+{
+    auto* xml = settings.createNewChildElement (tag);
+    xml->setAttribute (inForceAttribute, inForce ? "yes" : "no");
+
+    if (file.isNotEmpty())
+        xml->setAttribute (fileAttribute, file);
+}
+
+bool isDefaultQuality (int id)
+{
+    return id == frameworkIds::defaultRealTimeQuality || id == frameworkIds::defaultOfflineQuality;
+}
+
+} // namespace
+
+juce::File BasePlugin::getSettingsFile() const
+{
+    return directories.get (Directories::userData).getChildFile (getProductName() + ".ini");
+}
+
+void BasePlugin::loadSettings()
+{
+    const auto xml = parseBoundedXml (getSettingsFile());
+
+    if (xml != nullptr && xml->getTagName().equalsIgnoreCase (settingsTag)
+        && xml->getStringAttribute (applicationAttribute).equalsIgnoreCase (getProductName()))
+    {
+        readMapSetting (*xml, midiMapTag, useMidiMapFile, midiMapFile);
+        readMapSetting (*xml, hostMapTag, useHostMapFile, hostMapFile);
+
+        if (const auto* quality = xml->getChildByName (qualityTag))
+        {
+            Preset defaults;
+            defaults.readXml (quality->getChildByName (presetTag), *parameters);
+
+            for (const auto& entry : defaults.getEntries())
+                if (isDefaultQuality (entry.id))
+                    parameters->setValueString (entry.id, entry.value);
+        }
+    }
+
+    if (qualityParameter != nullptr)
+    {
+        parameters->copyValue (frameworkIds::realTimeQuality, frameworkIds::defaultRealTimeQuality);
+        parameters->copyValue (frameworkIds::offlineQuality, frameworkIds::defaultOfflineQuality);
+    }
+}
+
+void BasePlugin::saveSettings() const
+{
+    juce::XmlElement settings (settingsTag);
+    settings.setAttribute (applicationAttribute, getProductName());
+    settings.createNewChildElement (presetsTag)->createNewChildElement (authorTag);
+    writeMapSetting (settings, midiMapTag, useMidiMapFile, midiMapFile);
+    writeMapSetting (settings, hostMapTag, useHostMapFile, hostMapFile);
+
+    if (qualityParameter != nullptr)
+    {
+        Preset defaults;
+
+        for (const auto id : { frameworkIds::defaultRealTimeQuality, frameworkIds::defaultOfflineQuality })
+            if (const auto* parameter = parameters->getParameter (id))
+                defaults.addParameter (*parameter);
+
+        settings.createNewChildElement (qualityTag)
+            ->addChildElement (defaults.createXml (*parameters, false).release());
+    }
+
+    // Two instances that close at once leave one whole file, whichever it is.
+    replaceFileSafely (getSettingsFile(), settings);
+}
+
+} // namespace quilvane

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <juce_core/juce_core.h>
+
+namespace quilvane
+{
+
+/** Writes a text file as a whole or not at all: to a temporary file in the same folder, which is renamed
+    over the old one once all of it is on the disk. A full disk, a killed process or a power cut leaves what
+    was there before.
+
+    @returns whether the file now holds the text */
+bool replaceFileSafely (const juce::File&, const juce::String& text);
+
+/** The same for an XML document, in UTF-8. */
+bool replaceFileSafely (const juce::File&, const juce::XmlElement&);
+
+} // namespace quilvane

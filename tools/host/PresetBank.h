@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <juce_core/juce_core.h>
+
+namespace quilvane::host
+{
+
+/** The presets that a plug-in would find: its factory packages and the user's files, beside it or in the
+    system's folders for application data. */
+class PresetBank
+{
+public:
+    struct Entry
+    {
+        juce::String name;
+        juce::String tags; // in their text form
+        bool isUsers;
+    };
+
+    explicit PresetBank (const juce::File& pluginFile);
+
+    /** The factory's presets in their order, then the user's. A factory preset that the user has under the same
+        name is listed twice. */
+    std::vector<Entry> list() const;
+
+    /** A preset, as an element "Preset" with its name: the file if a path of one is given, else the factory's
+        or the user's of that name, in whatever case. Throws a Failure if there is none. */
+    std::shared_ptr<const juce::XmlElement> read (const juce::String& nameOrPath) const;
+
+private:
+    struct Preset
+    {
+        Entry entry;
+        std::shared_ptr<const juce::XmlElement> xml;
+    };
+
+    void addPackage (const juce::File&);
+    void add (const juce::String& name, std::unique_ptr<juce::XmlElement>, bool isUsers);
+
+    std::vector<Preset> presets;
+};
+
+} // namespace quilvane::host

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <juce_core/juce_core.h>
+
+namespace quilvane
+{
+class PackageFile;
+}
+
+namespace quilvane::package
+{
+
+// The program's commands. Each prints its result on the standard output and throws a Failure if it can't do
+// its work.
+
+juce::ConsoleApplication::Command makeBuildCommand();
+juce::ConsoleApplication::Command makeVerifyCommand();
+juce::ConsoleApplication::Command makeListCommand();
+
+/** Opens a package by the name that the user gave, or throws a Failure. */
+PackageFile openPackage (const juce::String& name);
+
+/** A text from a package, without the characters that a terminal would obey. */
+juce::String printable (const juce::String&);
+
+/** The package in one line: its name, revision and number of presets. */
+juce::String describe (const PackageFile&);
+
+} // namespace quilvane::package

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <vector>
+
+#include <juce_core/juce_core.h>
+
+namespace quilvane::package
+{
+
+/** A member of an archive. */
+struct Member
+{
+    juce::String name;
+    juce::MemoryBlock content;
+};
+
+/** A ZIP archive of members in the given order, neither compressed nor dated, so that the same members
+    give the same bytes on every machine. */
+juce::MemoryBlock makeArchive (const std::vector<Member>&);
+
+/** The archive with a number in its comment. Readers pass over it; it's there to give the content
+    another digest.
+    @param archive ends in an end record without a comment, as makeArchive() leaves it */
+juce::MemoryBlock withNonce (const juce::MemoryBlock& archive, int nonce);
+
+/** The container of an inner archive and its signature.
+    @param signature "" leaves the signature out */
+juce::MemoryBlock makeContainer (const juce::MemoryBlock& content, const juce::String& signature);
+
+/** A whole package: the inner archive with the first nonce from 0 on that gives it a digest which can be
+    signed, and the signature. Throws a Failure if there is none.
+    @param archive as makeArchive() leaves it */
+juce::MemoryBlock signArchive (const juce::MemoryBlock& archive);
+
+/** The digest of an inner archive that its signature is made for, see PackageFile::computeDigest(). */
+juce::String digestOf (const juce::MemoryBlock& content);
+
+} // namespace quilvane::package
