@@ -5,8 +5,10 @@
 
 #include <benchmark/benchmark.h>
 #include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <juce_dsp/juce_dsp.h>
+#include <malloc.h>
 #include <map>
 #include <string>
 
@@ -14,6 +16,7 @@
 #include "dsp/QuilvaneCore.h"
 #include "reference/ReferencePhaser.h"
 #include "support/PluginInTest.h"
+#include "support/PortableEffect.h"
 #include "support/Signals.h"
 
 using namespace quilvane;
@@ -187,6 +190,95 @@ void prepareToPlay (benchmark::State& state)
 }
 
 //==============================================================================
+constexpr int numUserPresets = 10000;
+
+/** Folders with the factory bank and many user presets, for as long as the program runs. */
+class Folders
+{
+public:
+    Folders() : root (juce::File::createTempFile ("bench"))
+    {
+        const auto factory = root.getChildFile ("Portable_data/Presets/Factory.k7rpkg");
+        factory.getParentDirectory().createDirectory();
+        juce::File (QUILVANE_FACTORY_BANK).copyFileTo (factory);
+        root.getChildFile ("Portable_user/UserStore/Presets").createDirectory();
+    }
+
+    ~Folders() { root.deleteRecursively(); }
+
+    std::unique_ptr<PluginAudioProcessor> createInstance() const
+    {
+        auto processor = std::make_unique<PluginAudioProcessor>();
+        processor->setPlugin (std::make_unique<PortableEffect> (root, "bench"));
+        return processor;
+    }
+
+private:
+    const juce::File root;
+};
+
+const Folders& getFolders()
+{
+    static const Folders folders;
+    return folders;
+}
+
+void constructWithBank (benchmark::State& state)
+{
+    for (auto _ : state)
+        benchmark::DoNotOptimize (getFolders().createInstance());
+}
+
+void loadFactoryPreset (benchmark::State& state)
+{
+    const auto instance = getFolders().createInstance();
+    auto& presets = *instance->getPlugin().getFactoryPresets();
+    presets.reload();
+    size_t next = 0;
+
+    for (auto _ : state)
+        presets.loadItem (presets.getItems()[next++ % presets.getItems().size()]->name);
+}
+
+void listUserPresets (benchmark::State& state)
+{
+    const auto instance = getFolders().createInstance();
+    auto& presets = *instance->getPlugin().getUserPresets();
+
+    for (int i = 0; i < numUserPresets; ++i)
+        presets.createItemFile ("Preset " + juce::String (i), TagSet::fromText ("Modulation:Slow|Synced"));
+
+    for (auto _ : state)
+        presets.reload();
+
+    if (presets.getItems().size() != static_cast<size_t> (numUserPresets))
+        state.SkipWithError ("not all presets were listed");
+}
+
+/** Sizes, which aren't timed. */
+void printSizes()
+{
+    constexpr int numInstances = 32;
+    std::vector<std::unique_ptr<PluginAudioProcessor>> instances;
+    instances.push_back (getFolders().createInstance());
+    const auto before = mallinfo2();
+
+    for (int i = 0; i < numInstances; ++i)
+    {
+        instances.push_back (getFolders().createInstance());
+        instances.back()->prepareToPlay (sampleRate, blockSize);
+    }
+
+    const auto after = mallinfo2();
+    const auto bytes = static_cast<double> (after.uordblks + after.hblkhd - before.uordblks - before.hblkhd);
+    juce::MemoryBlock chunk;
+    instances.front()->getStateInformation (chunk);
+
+    std::printf ("\nSizes\n  %-44s %12.1f\n", "heap of an instance, KiB", bytes / numInstances / 1024.0);
+    std::printf ("  %-44s %12d\n", "state chunk, bytes", static_cast<int> (chunk.getSize()));
+}
+
+//==============================================================================
 /** Prints as the console does, and keeps the time per item for the ratios. */
 class Reporter : public benchmark::ConsoleReporter
 {
@@ -219,7 +311,8 @@ public:
         std::printf ("\nRatios\n");
         printRatio ("plain model / core", "plain model, Normal", "core, Normal");
         printRatio ("core / JUCE's phaser", "core, Normal", "JUCE phaser, 6 stages");
-        printRatio ("core / JUCE's phaser oversampled 8 times", "core, Normal", "JUCE phaser, 6 stages, oversampled 8x");
+        printRatio ("core / JUCE's phaser oversampled 8 times", "core, Normal",
+                    "JUCE phaser, 6 stages, oversampled 8x");
         printRatio ("High / Normal", "core, High", "core, Normal");
         printRatio ("one side silent / both active", "core, Normal, right silent", "core, Normal");
         printRatio ("both sides silent / both active", "core, Normal, both silent", "core, Normal");
@@ -253,8 +346,17 @@ BENCHMARK_CAPTURE (commonPhaser, oversampled, true)->Name ("JUCE phaser, 6 stage
 BENCHMARK (constructInstance)->Name ("instance, constructed and destroyed")->Unit (benchmark::kMicrosecond);
 BENCHMARK (prepareToPlay)->Name ("instance, prepareToPlay at a new rate")->Unit (benchmark::kMicrosecond);
 
+BENCHMARK (constructWithBank)->Name ("instance, constructed with the factory bank")->Unit (benchmark::kMicrosecond);
+BENCHMARK (loadFactoryPreset)->Name ("instance, a factory preset loaded")->Unit (benchmark::kMicrosecond);
+BENCHMARK (listUserPresets)->Name ("instance, 10000 user presets listed")->Unit (benchmark::kMillisecond);
+
 int main (int argc, char** argv)
 {
+    // Nothing here touches the user's own files.
+    const auto home = juce::File::createTempFile ("home");
+    home.createDirectory();
+    setenv ("HOME", home.getFullPathName().toRawUTF8(), 1);
+
     const juce::ScopedJuceInitialiser_GUI juce;
     benchmark::Initialize (&argc, argv);
 
@@ -264,5 +366,7 @@ int main (int argc, char** argv)
     Reporter reporter;
     benchmark::RunSpecifiedBenchmarks (&reporter);
     reporter.printSummary();
+    printSizes();
+    home.deleteRecursively();
     return 0;
 }

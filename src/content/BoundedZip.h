@@ -68,10 +68,10 @@ private:
     struct Entry
     {
         juce::String name;
-        juce::int64 storedBytes;
-        juce::int64 bytes; // decompressed
-        bool isStored;
-        bool opens;
+        juce::int64 storedBytes = 0;
+        juce::int64 bytes = 0; // decompressed
+        bool isStored = false;
+        bool opens = false;
     };
 
     BoundedZip (std::unique_ptr<juce::InputStream>, std::vector<Entry>&&);

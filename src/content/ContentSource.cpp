@@ -105,7 +105,9 @@ ContentItem* ContentSource::addItemFromStream (juce::InputStream& stream, const 
     if (stream.readIntoMemoryBlock (bytes, maximumItemBytes + 1) > maximumItemBytes)
         return nullptr;
 
-    if (! replaceFileSafely (file, bytes.toString()))
+    const auto text = juce::String::createStringFromData (bytes.getData(), static_cast<int> (bytes.getSize()));
+
+    if (! replaceFileSafely (file, text))
         return nullptr;
 
     auto& item = addItem ({ file.getFileNameWithoutExtension(), readItemTags (itemName) });
@@ -120,7 +122,7 @@ ContentItem* ContentSource::addItemFromStream (juce::InputStream& stream, const 
 
 bool ContentSource::removeItem (ContentItem& item)
 {
-    if (isReadOnly() || ! deleteItemFile (item.name))
+    if (item.source != this || isReadOnly() || ! deleteItemFile (item.name))
         return false;
 
     items.erase (std::find_if (items.begin(), items.end(), [&] (const auto& i) { return i.get() == &item; }));

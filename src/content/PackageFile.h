@@ -101,7 +101,7 @@ private:
 };
 
 /** A bank of 96 presets is under 1 MiB; the whole package is read once when a plug-in starts. */
-constexpr juce::int64 maximumPackageBytes = 64 * 1024 * 1024;
+constexpr juce::int64 maximumPackageBytes = 64LL * 1024 * 1024;
 
 /** A container has two members; some more may stand beside them. */
 constexpr int maximumContainerEntries = 64;
@@ -110,14 +110,14 @@ constexpr int maximumContainerEntries = 64;
 constexpr int maximumPackageEntries = 16384;
 
 /** A preset takes a few KiB; this is also what an XML document of ours never reaches. */
-constexpr juce::int64 maximumPackageMemberBytes = 1024 * 1024;
+constexpr juce::int64 maximumPackageMemberBytes = 1024LL * 1024;
 
 /** All members of a package, decompressed: listing reads each of them once. */
-constexpr juce::int64 maximumPackageExpandedBytes = 128 * 1024 * 1024;
+constexpr juce::int64 maximumPackageExpandedBytes = 128LL * 1024 * 1024;
 
 /** "content" is meant to be stored. If it's compressed it is inflated once into memory, because each step
     back in it would inflate it again from the start; so it's kept well below what a file may have. */
-constexpr juce::int64 maximumInflatedContentBytes = 16 * 1024 * 1024;
+constexpr juce::int64 maximumInflatedContentBytes = 16LL * 1024 * 1024;
 
 /** A signature has 64 digits; numbers of any length would take time by the square of their length. */
 constexpr juce::int64 maximumHashBytes = 1024;

@@ -131,8 +131,9 @@ std::unique_ptr<juce::XmlElement> Preset::createXml (const ParameterManager& par
 //==============================================================================
 void Preset::loadFromFile (const juce::File& file, const ParameterManager& parameters, Extent extent)
 {
-    if (const auto xml = parseBoundedXml (file))
-        readXml (xml.get(), parameters, extent);
+    const auto text = readBoundedText (file);
+    const auto xml = extent == Extent::header ? parseBoundedXmlHead (text) : parseBoundedXml (text);
+    readXml (xml.get(), parameters, extent);
 
     name = file.getFileNameWithoutExtension();
 }

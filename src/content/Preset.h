@@ -74,7 +74,7 @@ public:
         @returns whether it was written */
     bool saveToFile (const juce::File&, const ParameterManager&) const;
 
-    /** Changes the tags in an existing file, which otherwise stays as it is.
+    /** Changes the tags in an existing file; its other attributes and its elements stay.
         @returns false if there is no preset in it or it can't be written */
     static bool writeTagsToFile (const juce::File&, const TagSet&);
 

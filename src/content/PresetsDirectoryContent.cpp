@@ -2,6 +2,8 @@
 
 #include "content/PresetsDirectoryContent.h"
 
+#include "parameters/SafeFile.h"
+
 namespace quilvane
 {
 
@@ -33,8 +35,14 @@ juce::String toFileName (const juce::String& name)
 
     result = result.trim().trimCharactersAtStart (".").trim();
 
-    // juce::File takes such a name for somebody's home.
+    // Elsewhere such a name is somebody's home.
     return result.startsWithChar ('~') ? "_" + result.substring (1) : result;
+}
+
+/** A name can stand for the file of another one, which isn't its own to change. */
+bool isFileOf (const juce::File& file, const juce::String& itemName)
+{
+    return file.existsAsFile() && file.getFileNameWithoutExtension().equalsIgnoreCase (itemName);
 }
 
 } // namespace
@@ -48,8 +56,22 @@ PresetsDirectoryContent::PresetsDirectoryContent (PresetHost& presetHost, const 
 
 juce::File PresetsDirectoryContent::getItemFile (const juce::String& itemName) const
 {
+    // A name that was listed is its own file, whatever it holds.
+    if (! itemName.containsAnyOf ("/\\"))
+        if (const auto listed = fileNamed (itemName); listed.existsAsFile())
+            return listed;
+
     const auto fileName = toFileName (itemName);
-    return fileName.isNotEmpty() ? directory.getChildFile (fileName).withFileExtension (extension) : juce::File();
+    const auto stem =
+        fileName.containsChar ('.') ? toFileName (fileName.upToLastOccurrenceOf (".", false, false)) : fileName;
+
+    return stem.isNotEmpty() ? fileNamed (stem) : juce::File();
+}
+
+juce::File PresetsDirectoryContent::fileNamed (const juce::String& stem) const
+{
+    // By its path: juce::File takes a child's name with a leading "~" for somebody's home.
+    return juce::File (juce::File::addTrailingSeparator (directory.getFullPathName()) + stem + extension);
 }
 
 std::vector<ContentSource::Listing> PresetsDirectoryContent::listItems() const
@@ -88,7 +110,7 @@ std::unique_ptr<Preset> PresetsDirectoryContent::readPreset (const juce::String&
 bool PresetsDirectoryContent::deleteItemFile (const juce::String& itemName)
 {
     const auto file = getItemFile (itemName);
-    return file.existsAsFile() && file.deleteFile();
+    return isFileOf (file, itemName) && file.deleteFile();
 }
 
 bool PresetsDirectoryContent::renameItemFile (const juce::String& oldName, const juce::String& newName)
@@ -96,28 +118,27 @@ bool PresetsDirectoryContent::renameItemFile (const juce::String& oldName, const
     const auto oldFile = getItemFile (oldName);
     const auto newFile = getItemFile (newName);
 
-    if (! oldFile.existsAsFile() || newFile == juce::File())
+    if (! isFileOf (oldFile, oldName) || newFile == juce::File())
         return false;
 
-    // Only a change of case may meet a file that is there, which then is the same one.
-    if (newFile.existsAsFile() && ! oldName.equalsIgnoreCase (newName))
+    // A change of case can meet the same file, where names of different case are one; no other may be there.
+    if (newFile.exists() && ! isSameFile (oldFile, newFile))
         return false;
 
-    return oldFile.moveFileTo (newFile);
+    return renameFile (oldFile, newFile);
 }
 
 bool PresetsDirectoryContent::writeItemTags (const juce::String& itemName, const TagSet& newTags)
 {
-    return Preset::writeTagsToFile (getItemFile (itemName), newTags);
+    const auto file = getItemFile (itemName);
+    return isFileOf (file, itemName) && Preset::writeTagsToFile (file, newTags);
 }
 
 bool PresetsDirectoryContent::createItemFile (const juce::String& itemName, const TagSet& newTags)
 {
     const auto file = getItemFile (itemName);
 
-    // A name can stand for the file of another one: that one isn't this item's to overwrite.
-    if (file == juce::File()
-        || (file.existsAsFile() && ! file.getFileNameWithoutExtension().equalsIgnoreCase (itemName)))
+    if (file == juce::File() || (file.exists() && ! isFileOf (file, itemName)))
         return false;
 
     Preset preset;

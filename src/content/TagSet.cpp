@@ -18,11 +18,14 @@ TagSet TagSet::fromText (const juce::String& text)
         if (part.isEmpty())
             continue;
 
+        if (static_cast<int> (result.categories.size()) >= maximumCategories)
+            break;
+
         auto& category = result.findOrAdd (colon >= 0 ? part.substring (0, colon) : part);
 
         if (colon >= 0)
             for (const auto& tag : juce::StringArray::fromTokens (part.substring (colon + 1), "|", ""))
-                if (tag.isNotEmpty())
+                if (tag.isNotEmpty() && category.tags.size() < maximumTagsPerCategory)
                     category.tags.addIfNotAlreadyThere (tag);
     }
 

@@ -23,6 +23,10 @@ public:
         bool operator== (const Category& other) const { return name == other.name && tags == other.tags; }
     };
 
+    // What is read from a text; more is left out. No file of ours comes near, and a TagMap has no numbers for more.
+    static constexpr int maximumCategories = 64;
+    static constexpr int maximumTagsPerCategory = 999;
+
     TagSet() = default;
 
     /** Reads the text form. A part without ":" is a category without tags. */

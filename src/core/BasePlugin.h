@@ -240,8 +240,10 @@ private:
     Parameter* offlineQuality = nullptr;
 
     Preset defaultPreset;
-    Preset currentPreset; // under the lock: hosts restore states on threads of their own
-    juce::CriticalSection currentPresetLock;
+    Preset currentPreset;
+
+    // Loads are whole, one after the other: hosts save and restore states on threads of their own.
+    juce::CriticalSection presetLock;
     std::atomic<bool> loadingPreset { false };
     std::unique_ptr<PresetsContent> userPresets;
     std::unique_ptr<PresetChangeDetector> changeDetector;

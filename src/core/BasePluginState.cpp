@@ -99,7 +99,11 @@ std::unique_ptr<juce::XmlElement> BasePlugin::createState() const
     }
 
     Preset values;
-    fillPreset (values);
+    {
+        const juce::ScopedLock scope (presetLock);
+        fillPreset (values);
+    }
+
     addPreset (parametersTag, values);
 
     state->addChildElement (midiControlMap.createXml().release());
@@ -177,6 +181,7 @@ void BasePlugin::loadContent()
 
 void BasePlugin::loadPreset (const Preset& preset)
 {
+    const juce::ScopedLock scope (presetLock);
     loadingPreset = true;
     applyPreset (preset);
     loadingPreset = false;
@@ -216,13 +221,13 @@ void BasePlugin::keepCurrentPreset()
     Preset preset;
     fillPreset (preset);
 
-    const juce::ScopedLock scope (currentPresetLock);
+    const juce::ScopedLock scope (presetLock);
     currentPreset = std::move (preset);
 }
 
 Preset BasePlugin::getCurrentPreset() const
 {
-    const juce::ScopedLock scope (currentPresetLock);
+    const juce::ScopedLock scope (presetLock);
     return currentPreset;
 }
 

@@ -102,28 +102,48 @@ bool nestsWithinBound (Reader text)
     return true;
 }
 
-bool isWithinBounds (const juce::String& text)
+bool isValidText (const juce::String& text)
 {
     const auto numBytes = text.getNumBytesAsUTF8();
 
     // Readers of characters trust the encoding, and would run past the end of a broken one.
     return numBytes <= static_cast<size_t> (maximumXmlBytes)
-           && Reader::isValidString (text.toRawUTF8(), static_cast<int> (numBytes)) && nestsWithinBound (text.toUTF8());
+           && Reader::isValidString (text.toRawUTF8(), static_cast<int> (numBytes));
 }
 
 } // namespace
 
 std::unique_ptr<juce::XmlElement> parseBoundedXml (const juce::String& text)
 {
-    return isWithinBounds (text) ? juce::parseXML (text) : nullptr;
+    return isValidText (text) && nestsWithinBound (text.toUTF8()) ? juce::parseXML (text) : nullptr;
+}
+
+std::unique_ptr<juce::XmlElement> parseBoundedXmlHead (const juce::String& text)
+{
+    if (text.containsIgnoreCase ("<!DOCTYPE") || ! isValidText (text))
+        return nullptr;
+
+    return juce::XmlDocument (text).getDocumentElement (true);
+}
+
+juce::String readBoundedText (const juce::File& file)
+{
+    // Pipes and devices have no size; the size that a file had is no promise either.
+    if (! file.existsAsFile() || file.getSize() <= 0 || file.getSize() > maximumXmlBytes)
+        return {};
+
+    juce::FileInputStream stream (file);
+    juce::MemoryBlock bytes;
+
+    if (stream.failedToOpen() || stream.readIntoMemoryBlock (bytes, maximumXmlBytes + 1) > maximumXmlBytes)
+        return {};
+
+    return juce::String::createStringFromData (bytes.getData(), static_cast<int> (bytes.getSize()));
 }
 
 std::unique_ptr<juce::XmlElement> parseBoundedXml (const juce::File& file)
 {
-    if (! file.existsAsFile() || file.getSize() > maximumXmlBytes)
-        return nullptr;
-
-    return parseBoundedXml (file.loadFileAsString());
+    return parseBoundedXml (readBoundedText (file));
 }
 
 } // namespace quilvane

@@ -19,8 +19,15 @@ namespace quilvane
 */
 std::unique_ptr<juce::XmlElement> parseBoundedXml (const juce::String& text);
 
+/** The same for the outermost element alone, without its children: what follows its tag isn't looked at. */
+std::unique_ptr<juce::XmlElement> parseBoundedXmlHead (const juce::String& text);
+
 /** The same for a file; one that is missing or too large gives null and is not read. */
 std::unique_ptr<juce::XmlElement> parseBoundedXml (const juce::File& file);
+
+/** The text of a regular file, in UTF-8 or what a byte order mark says; empty for one that is missing, no
+    regular file, or larger than maximumXmlBytes. */
+juce::String readBoundedText (const juce::File& file);
 
 constexpr int maximumXmlBytes = 4 * 1024 * 1024;
 constexpr int maximumXmlDepth = 64;

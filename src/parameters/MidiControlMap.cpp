@@ -41,11 +41,13 @@ void MidiControlMap::handleController (const juce::MidiMessage& message)
     if (! isController (controller))
         return;
 
+    const auto count = learnCount.load();
     auto* wanted = learnParameter.load();
 
-    if (wanted != seenLearnParameter)
+    if (wanted != seenLearnParameter || count != seenLearnCount)
     {
         seenLearnParameter = wanted;
+        seenLearnCount = count;
         learnController = wanted != nullptr ? getController (*wanted) : noController;
         displaced = nullptr;
     }
@@ -87,8 +89,13 @@ void MidiControlMap::assign (Parameter& parameter, int controller)
 
 void MidiControlMap::startLearn (Parameter& parameter)
 {
-    if (learnParameter.exchange (&parameter) == nullptr)
+    if (learnParameter == nullptr)
+    {
         std::copy (map.begin(), map.end(), mapBeforeLearn.begin());
+        ++learnCount;
+    }
+
+    learnParameter = &parameter;
 }
 
 void MidiControlMap::stopLearn() noexcept
@@ -136,6 +143,7 @@ void MidiControlMap::loadFromXml (const juce::XmlElement* xml)
         && ! xml->getStringAttribute (applicationAttribute).equalsIgnoreCase (name))
         return;
 
+    stopLearn();
     clear();
 
     for (const auto* row : xml->getChildWithTagNameIterator (assignTag))

@@ -85,8 +85,8 @@ public:
     void removeListener (Listener* listener) { listeners.remove (listener); }
 
     //==============================================================================
-    /** Replaces the map by that of an element "MidiControlMap"; null, another element or a map of
-        another product changes nothing. Parameters that aren't automatable are left out. */
+    /** Replaces the map by that of an element "MidiControlMap", and ends learning; null, another element or a
+        map of another product changes nothing. Parameters that aren't automatable are left out. */
     void loadFromXml (const juce::XmlElement*);
 
     /** The same from a file; one that can't be read changes nothing. */
@@ -105,10 +105,12 @@ private:
     ListenerArray<Listener> listeners;
     std::atomic<bool> activity { false };
     std::atomic<Parameter*> learnParameter { nullptr };
+    std::atomic<int> learnCount { 0 }; // tells a learn from one of the same parameter before it
     Entries map {};
 
     // The audio thread's own view of a learn in progress.
     Parameter* seenLearnParameter = nullptr;
+    int seenLearnCount = 0;
     int learnController = noController;
     Parameter* displaced = nullptr;
 

@@ -2,16 +2,38 @@
 
 #include "parameters/SafeFile.h"
 
+#include <filesystem>
+
 namespace quilvane
 {
+
+bool renameFile (const juce::File& from, const juce::File& to)
+{
+    // juce::File falls back to deleting and copying, which can lose both.
+    std::error_code error;
+    std::filesystem::rename (from.getFullPathName().toStdString(), to.getFullPathName().toStdString(), error);
+    return ! error;
+}
+
+bool isSameFile (const juce::File& a, const juce::File& b)
+{
+    std::error_code error;
+    return std::filesystem::equivalent (a.getFullPathName().toStdString(), b.getFullPathName().toStdString(), error)
+           && ! error;
+}
 
 bool replaceFileSafely (const juce::File& file, const juce::String& text)
 {
     if (file == juce::File() || file.isDirectory())
         return false;
 
+    // What a link points to is written, and the link stays.
+    const auto target = file.isSymbolicLink() ? file.getLinkedTarget() : file;
     const auto numBytes = text.getNumBytesAsUTF8();
-    const juce::TemporaryFile temporary (file);
+
+    // Hidden, and of an extension that nobody lists; deleted on any way out.
+    const juce::TemporaryFile temporary (
+        target, target.getSiblingFile ("." + juce::Uuid().toString().substring (0, 16) + ".tmp"));
 
     {
         juce::FileOutputStream stream (temporary.getFile());
@@ -29,7 +51,7 @@ bool replaceFileSafely (const juce::File& file, const juce::String& text)
     if (temporary.getFile().getSize() != static_cast<juce::int64> (numBytes))
         return false;
 
-    return temporary.overwriteTargetFileWithTemporary();
+    return renameFile (temporary.getFile(), target);
 }
 
 bool replaceFileSafely (const juce::File& file, const juce::XmlElement& xml)

@@ -17,4 +17,10 @@ bool replaceFileSafely (const juce::File&, const juce::String& text);
 /** The same for an XML document, in UTF-8. */
 bool replaceFileSafely (const juce::File&, const juce::XmlElement&);
 
+/** Renames a file over another one, in one step or not at all. */
+bool renameFile (const juce::File& from, const juce::File& to);
+
+/** Whether two paths that exist lead to one file, as names of different case may. */
+bool isSameFile (const juce::File&, const juce::File&);
+
 } // namespace quilvane

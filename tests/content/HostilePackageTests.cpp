@@ -132,6 +132,10 @@ TEST (HostilePackage, AnArchiveThatLiesIsNotOpened)
         put (endRecordOf (archive) + lie.offset, lie.value, lie.numBytes);
         EXPECT_FALSE (openSigned (archive).isOpen()) << lie.name;
     }
+
+    auto archive = makeArchive (makeMembers());
+    put (entryOf (archive, 1), 0, 4);
+    EXPECT_FALSE (openSigned (archive).isOpen()) << "a record is none";
 }
 
 TEST (HostilePackage, OverlappingEndRecordsAreRefused)

@@ -232,13 +232,35 @@ TEST_F (PresetFiles, NeverLeaveTheirFolderOrOverwriteAnother)
 
     for (const juce::String& name :
          { "../" + outside.getFileNameWithoutExtension(), juce::String ("/etc/x"), juce::String ("a/b"),
-           juce::String ("a\\b"), juce::String ("..\\..\\x"), juce::String::fromUTF8 ("\xf0\x9f\x8e\xb9 piano"),
+           juce::String ("c\\d"), juce::String ("..\\..\\x"), juce::String::fromUTF8 ("\xf0\x9f\x8e\xb9 piano"),
            juce::String::repeatedString ("long", 75), juce::String ("new\nline"), juce::String ("~/x"),
            juce::String (" spaced "), juce::String ("CON"), juce::String ("v1.5") })
     {
         EXPECT_TRUE (content.getItemFile (name).isAChildOf (folder)) << name;
         EXPECT_EQ (content.getItemFile (name).getParentDirectory(), folder) << name;
-        content.createItemFile (name, {});
+        EXPECT_TRUE (content.createItemFile (name, {})) << name;
+    }
+
+    // Whatever was saved is listed, and each item is its own file.
+    for (const auto* copiedIn : { "what?", "~x", ".hid", " lead", "a.b.c", "a " })
+        juce::File (folder.getFullPathName() + "/" + copiedIn + ".qvprs2").replaceWithText ("<Preset/>");
+
+    content.reload();
+    EXPECT_EQ (static_cast<int> (content.getItems().size()), listFolder().size());
+
+    for (const auto& item : content.getItems())
+    {
+        EXPECT_EQ (content.getItemFile (item->name).getFileNameWithoutExtension(), item->name);
+        EXPECT_TRUE (content.loadItem (item->name)) << item->name;
+        EXPECT_EQ (loaded, item->name);
+        EXPECT_TRUE (content.writeItemTags (item->name, TagSet::fromText ("Own:" + item->name.substring (0, 3))));
+    }
+
+    while (! content.getItems().empty())
+    {
+        const auto numFiles = listFolder().size();
+        EXPECT_TRUE (content.removeItem (*content.getItems().front()));
+        ASSERT_EQ (listFolder().size(), numFiles - 1);
     }
 
     EXPECT_FALSE (outside.exists());
@@ -256,8 +278,17 @@ TEST_F (PresetFiles, NeverLeaveTheirFolderOrOverwriteAnother)
     manager.setValueString (0, "2");
     EXPECT_FALSE (content.createItemFile ("v2.1", {}));
     EXPECT_EQ (file ("v2").loadFileAsString(), before);
+    EXPECT_FALSE (content.writeItemTags ("v2.1", TagSet::fromText ("A:b")));
+    EXPECT_FALSE (content.deleteItemFile ("v2.1"));
+    EXPECT_EQ (file ("v2").loadFileAsString(), before);
     EXPECT_TRUE (content.createItemFile ("v2", {}));
     EXPECT_NE (file ("v2").loadFileAsString(), before);
+
+    // Where names of different case are two files, a change of case takes neither.
+    file ("case").replaceWithText ("<Preset author='small'/>");
+    file ("Case").replaceWithText ("<Preset author='large'/>");
+    EXPECT_FALSE (content.renameItemFile ("case", "Case"));
+    EXPECT_TRUE (file ("Case").loadFileAsString().contains ("large"));
 }
 
 //==============================================================================
@@ -296,6 +327,8 @@ TEST_F (PresetFiles, StayWholeWhenTheWriterIsKilled)
     preset.author = juce::String::repeatedString ("x", 200000);
     ASSERT_TRUE (preset.saveToFile (file ("A"), manager));
 
+    bool hasWritten = false;
+
     for (int round = 0; round < 20; ++round)
     {
         const auto child = fork();
@@ -313,7 +346,27 @@ TEST_F (PresetFiles, StayWholeWhenTheWriterIsKilled)
 
         const auto xml = juce::parseXML (file ("A"));
         ASSERT_NE (xml, nullptr) << round;
+        hasWritten = hasWritten || xml->hasAttribute ("version");
         EXPECT_EQ (xml->getStringAttribute ("author").length(), 200000) << round;
         EXPECT_NE (xml->getChildByName ("Parameters"), nullptr) << round;
     }
+
+    EXPECT_TRUE (hasWritten);
+
+    // What the killed writers left is no preset.
+    PresetsDirectoryContent content (*this, "User", folder, ".qvprs2");
+    content.reload();
+    EXPECT_EQ (content.getItems().size(), 1u);
+}
+
+TEST_F (PresetFiles, WithMoreTagsThanAnyoneUsesAreReadInNoTime)
+{
+    juce::StringArray tags;
+
+    for (int i = 0; i < 100000; ++i)
+        tags.add (juce::String (i));
+
+    const auto set = TagSet::fromText ("A:" + tags.joinIntoString ("|") + ";" + tags.joinIntoString (";"));
+    EXPECT_EQ (set.getCategories().size(), static_cast<size_t> (TagSet::maximumCategories));
+    EXPECT_EQ (set.getCategories()[0].tags.size(), TagSet::maximumTagsPerCategory);
 }

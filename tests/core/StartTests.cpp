@@ -7,39 +7,14 @@
 #include "core/FrameworkIds.h"
 #include "core/PluginAudioProcessor.h"
 #include "parameters/BoundedXml.h"
-#include "product/QuilvaneParameterManager.h"
 #include "support/MessageLoop.h"
 #include "support/PluginInTest.h"
-#include "support/TestEffect.h"
+#include "support/PortableEffect.h"
 
 using namespace quilvane;
 
 namespace
 {
-
-/** The phaser's parameters in a product that runs from folders of the test. */
-class PortableEffect final : public TestEffect
-{
-public:
-    PortableEffect (const juce::File& folderToUse, const juce::String& channelToUse) :
-        TestEffect (Quilvane::loadEmbeddedText, std::make_unique<QuilvaneParameterManager>()),
-        folder (folderToUse),
-        channel (channelToUse)
-    {
-    }
-
-    juce::String getProductName() const override { return "Portable"; }
-    juce::String getShortName() const override { return "PT"; }
-    juce::String getPluginFile() const override { return folder.getChildFile ("Portable.so").getFullPathName(); }
-    juce::String getReleaseChannel() const override { return channel; }
-    juce::String getPresetExtension() const override { return ".qvprs2"; }
-    juce::String getDefaultPresetName() const override { return "Colorful"; }
-    int getNumPresetParameters() const override { return parameterIds::numPresetParameters; }
-
-private:
-    const juce::File folder;
-    const juce::String channel;
-};
 
 class Start : public testing::Test
 {
@@ -143,9 +118,10 @@ TEST_F (Start, LoadsTheMapsThatTheSettingsPutInForce)
         EXPECT_EQ (pluginOf (*instance).getMidiControlMap().getController (instance->parameter (parameterIds::fx)), -1);
     }
 
-    for (const auto* damaged : { "", "<UserSettings application='Other'/>", "<UserSettings", "\xff\xfe" })
+    for (const auto& damaged : { std::string(), std::string ("<UserSettings application='Other'/>"),
+                                 std::string ("<UserSettings"), std::string ("\xff\xfe\x3c"), std::string ("<a>\xf1") })
     {
-        settingsFile().replaceWithText (damaged);
+        settingsFile().replaceWithData (damaged.data(), damaged.size());
         EXPECT_EQ (pluginOf (*start()).getHostParameterName (0), "LFO 1 Sync");
     }
 }

@@ -418,6 +418,49 @@ TEST_F (HostProgram, PlotShowsWhereTheEnergyIs)
     EXPECT_NEAR (place, 72.0 + 400.0 * (1.0 - std::log (1000.0 / 40.0) / std::log (18000.0 / 40.0)), 4.0);
 }
 
+TEST_F (HostProgram, PresetsAreListedRenderedAndRefused)
+{
+    writeNoise ("in.wav", 0.5);
+
+    // A preset file by its path; the plug-in under test finds no factory package.
+    file ("Half.qvprs2").replaceWithText ("<Preset><Parameters><param name='FX' value='50'/></Parameters></Preset>");
+    const auto plain = render ("in.wav", "plain.wav");
+    const auto half = render ("in.wav", "half.wav", { "--preset", path ("Half.qvprs2") });
+    const auto same = render ("in.wav", "same.wav", { "--set", "FX=50" });
+    const auto length = half.samples.getNumSamples();
+    EXPECT_FALSE (areEqual (plain, half, 0, length));
+    EXPECT_TRUE (areEqual (same, half, 0, length));
+
+    file ("Damaged.qvprs2").replaceWithText ("<Preset");
+
+    for (const auto& name : { juce::String ("No Such Preset"), path ("Damaged.qvprs2"), path ("missing.qvprs2") })
+    {
+        const auto result = runPlugin ({ "render", path ("in.wav"), path ("out.wav"), "--preset", name });
+        EXPECT_EQ (result.exitCode, 1) << result.output;
+        EXPECT_TRUE (result.output.startsWith ("quilvane-host: ")) << result.output;
+        EXPECT_FALSE (file ("out.wav").exists());
+    }
+
+    // Beside a plug-in with the folders of a portable one, the bank is there.
+    const auto plugin = file ("Portable.so");
+    ASSERT_TRUE (juce::File (QUILVANE_PLUGIN_FILE).copyFileTo (plugin));
+    const auto package = file ("Quilvane 2_data/Presets/Factory.k7rpkg");
+    package.getParentDirectory().createDirectory();
+    ASSERT_TRUE (juce::File (QUILVANE_FACTORY_BANK).copyFileTo (package));
+    file ("Quilvane 2_user/UserStore/Presets").createDirectory();
+    file ("Half.qvprs2").copyFileTo (file ("Quilvane 2_user/UserStore/Presets/Half.qvprs2"));
+
+    const auto list = run ({ "presets", "--plugin", plugin.getFullPathName() });
+    EXPECT_EQ (list.exitCode, 0) << list.output;
+    EXPECT_TRUE (list.output.contains ("Factory  Colorful")) << list.output;
+    EXPECT_TRUE (list.output.contains ("User     Half"));
+
+    package.deleteFile();
+    const auto bank = run ({ "render-bank", path ("in.wav"), path ("bank"), "--plugin", plugin.getFullPathName() });
+    EXPECT_EQ (bank.exitCode, 0) << bank.output;
+    EXPECT_TRUE (areEqual (read ("bank/Half.wav"), half, 0, length));
+}
+
 TEST_F (HostProgram, ScoreIsAMidiFileOfPianoAndDrums)
 {
     const auto result = run ({ "score", path ("demo.mid") });

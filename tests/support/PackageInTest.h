@@ -20,6 +20,8 @@ using package::Member;
 constexpr auto packageManifest = "<Package product=\"Quilvane 2\" module=\"Presets\" type=\"Factory\" name=\"Bank\" "
                                  "revision=\"7\" author=\"Ada\" organization=\"K7R Group\"/>";
 
+const juce::Time packageTime { 2000, 0, 1, 12, 0 };
+
 inline juce::MemoryBlock bytes (const juce::String& text)
 {
     return { text.toRawUTF8(), text.getNumBytesAsUTF8() };
@@ -34,7 +36,7 @@ inline std::vector<Member> makeMembers()
 
 inline PackageFile openBytes (const juce::MemoryBlock& data)
 {
-    return PackageFile (std::make_unique<juce::MemoryInputStream> (data, true));
+    return PackageFile (std::make_unique<juce::MemoryInputStream> (data.getData(), data.getSize(), true));
 }
 
 inline PackageFile openSigned (const juce::MemoryBlock& archive)
@@ -46,8 +48,8 @@ inline PackageFile openSigned (const juce::MemoryBlock& archive)
 inline juce::MemoryBlock makeCompressedContainer (const juce::MemoryBlock& content, const juce::String& hash)
 {
     juce::ZipFile::Builder builder;
-    builder.addEntry (new juce::MemoryInputStream (content, false), 9, "content", {});
-    builder.addEntry (new juce::MemoryInputStream (bytes (hash), true), 9, "hash", {});
+    builder.addEntry (new juce::MemoryInputStream (content, false), 9, "content", packageTime);
+    builder.addEntry (new juce::MemoryInputStream (bytes (hash), true), 9, "hash", packageTime);
 
     juce::MemoryOutputStream out;
     builder.writeToStream (out, nullptr);
@@ -60,7 +62,7 @@ inline juce::MemoryBlock makeDeflatedArchive (const std::vector<Member>& members
     juce::ZipFile::Builder builder;
 
     for (const auto& member : members)
-        builder.addEntry (new juce::MemoryInputStream (member.content, false), 9, member.name, {});
+        builder.addEntry (new juce::MemoryInputStream (member.content, false), 9, member.name, packageTime);
 
     juce::MemoryOutputStream out;
     builder.writeToStream (out, nullptr);

@@ -129,7 +129,7 @@ void HostedPlugin::set (const juce::String& name, const juce::String& text)
 void HostedPlugin::loadPreset (const juce::XmlElement& preset)
 {
     juce::XmlElement state ("PluginState");
-    state.setAttribute ("application", instance->getPluginDescription().name);
+    state.setAttribute ("application", instance->getPluginDescription().descriptiveName);
     state.createNewChildElement ("ParametersState")->addChildElement (new juce::XmlElement (preset));
 
     juce::MemoryBlock chunk;

@@ -10,8 +10,8 @@
 namespace quilvane::host
 {
 
-/** The presets that a plug-in would find: its factory packages and the user's files, beside it or in the
-    system's folders for application data. */
+/** The presets of a plug-in: a factory package and the user's files, in the folders beside it if they are there,
+    else in the system's for application data. */
 class PresetBank
 {
 public:
