@@ -45,3 +45,10 @@ target_compile_definitions (quilvane_juce
 # The modules' headers, as the system's, so that our warnings stay about our own code.
 target_include_directories (quilvane_juce SYSTEM INTERFACE
     $<TARGET_PROPERTY:quilvane_juce,INCLUDE_DIRECTORIES>)
+
+# The modules' FLAC code shifts negative samples to the left, as their authors mean it.
+if (QUILVANE_SANITIZE MATCHES undefined)
+    get_target_property (format_sources juce::juce_audio_formats INTERFACE_SOURCES)
+    list (FILTER format_sources INCLUDE REGEX "\\.cpp$")
+    set_source_files_properties (${format_sources} PROPERTIES COMPILE_OPTIONS -fno-sanitize=shift)
+endif()

@@ -16,5 +16,5 @@ clang-format --dry-run --Werror "${files[@]}"
 
 say "clang-tidy"
 [ -f build/release/compile_commands.json ] || cmake --preset release >/dev/null
-mapfile -t sources < <(git ls-files 'src/*.cpp' 'tools/*.cpp' 'bench/*.cpp')
+mapfile -t sources < <(git ls-files 'src/*.cpp' 'tools/*.cpp')
 printf '%s\0' "${sources[@]}" | xargs -0 -n 1 -P "$(nproc)" clang-tidy -p build/release --quiet 2>/dev/null

@@ -87,7 +87,7 @@ juce::String ContentSource::uniqueItemName (const juce::String& wanted) const
         return wanted;
 
     for (int number = 1; number <= highestNumber; ++number)
-        if (const auto candidate = wanted + " (" + juce::String (number) + ")"; ! containsItem (candidate))
+        if (auto candidate = wanted + " (" + juce::String (number) + ")"; ! containsItem (candidate))
             return candidate;
 
     return wanted + " - Copy (" + juce::String (juce::Time::currentTimeMillis()) + ")";

@@ -58,7 +58,7 @@ juce::File PresetsDirectoryContent::getItemFile (const juce::String& itemName) c
 {
     // A name that was listed is its own file, whatever it holds.
     if (! itemName.containsAnyOf ("/\\"))
-        if (const auto listed = fileNamed (itemName); listed.existsAsFile())
+        if (auto listed = fileNamed (itemName); listed.existsAsFile())
             return listed;
 
     const auto fileName = toFileName (itemName);

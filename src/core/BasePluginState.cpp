@@ -2,6 +2,8 @@
 
 // What a plug-in leaves with its host, and how it takes it back; presets.
 
+#include <numeric>
+
 #include "content/PresetChangeDetector.h"
 #include "content/PresetsDirectoryContent.h"
 #include "content/PresetsPackageContent.h"
@@ -151,10 +153,8 @@ void BasePlugin::fillPreset (Preset& preset) const
 
 void BasePlugin::loadContent()
 {
-    std::vector<int> ids;
-
-    for (int id = 0; id < getNumPresetParameters(); ++id)
-        ids.push_back (id);
+    std::vector<int> ids (static_cast<size_t> (juce::jmax (0, getNumPresetParameters())));
+    std::iota (ids.begin(), ids.end(), 0);
 
     changeDetector = std::make_unique<PresetChangeDetector> (*parameters, ids);
     fillPreset (defaultPreset);

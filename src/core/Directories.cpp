@@ -17,7 +17,7 @@ juce::File choose (const SoftwareDesignation& product, const juce::String& suffi
                    juce::File::SpecialLocationType systemLocation)
 {
     const auto name = product.getProductName();
-    const auto local = juce::File (product.getPluginFile()).getSiblingFile (name + suffix);
+    auto local = juce::File (product.getPluginFile()).getSiblingFile (name + suffix);
 
     if (! product.getReleaseChannel().equalsIgnoreCase (releaseChannel) && local.isDirectory())
         return local;
