@@ -109,7 +109,7 @@ constexpr int maximumContainerEntries = 64;
 /** Far beyond any bank, and few enough to be listed at once. */
 constexpr int maximumPackageEntries = 16384;
 
-/** A preset takes a few KiB; this is also what an XML document of ours never reaches. */
+/** A preset takes a few KiB. */
 constexpr juce::int64 maximumPackageMemberBytes = 1024LL * 1024;
 
 /** All members of a package, decompressed: listing reads each of them once. */

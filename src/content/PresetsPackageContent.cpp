@@ -39,14 +39,18 @@ std::vector<ContentSource::Listing> PresetsPackageContent::listItems() const
     {
         const auto entryName = package.getEntryName (i);
 
-        if (entryName == PackageFile::manifestEntry || extensionOf (entryName) != extension)
+        if (entryName == PackageFile::manifestEntry)
             continue;
 
-        const auto preset = readEntry (i, Preset::Extent::header);
+        const auto stream = package.openEntry (i);
 
-        if (preset == nullptr)
+        if (stream == nullptr)
             break;
 
+        if (extensionOf (entryName) != extension)
+            continue;
+
+        const auto preset = readEntry (entryName, *stream, Preset::Extent::header);
         result.push_back ({ preset->name, preset->tags });
     }
 
@@ -55,22 +59,26 @@ std::vector<ContentSource::Listing> PresetsPackageContent::listItems() const
 
 std::unique_ptr<Preset> PresetsPackageContent::readPreset (const juce::String& itemName) const
 {
-    auto preset = readEntry (package.findEntry (itemName + extension), Preset::Extent::everything);
+    const auto entryName = itemName + extension;
+    const auto stream = package.openEntry (package.findEntry (entryName));
 
-    if (preset != nullptr && preset->author.isEmpty())
+    if (stream == nullptr)
+        return nullptr;
+
+    auto preset = readEntry (entryName, *stream, Preset::Extent::everything);
+
+    if (preset->author.isEmpty())
         preset->author = package.getManifest().author;
 
     return preset;
 }
 
-std::unique_ptr<Preset> PresetsPackageContent::readEntry (int index, Preset::Extent extent) const
+std::unique_ptr<Preset> PresetsPackageContent::readEntry (const juce::String& entryName, juce::InputStream& stream,
+                                                          Preset::Extent extent) const
 {
-    if (package.openEntry (index) == nullptr)
-        return nullptr;
-
     auto preset = std::make_unique<Preset>();
-    preset->readXml (parseBoundedXml (package.readEntryText (index)).get(), host.getPresetParameters(), extent);
-    preset->name = itemNameOf (package.getEntryName (index));
+    preset->readXml (parseBoundedXml (stream.readEntireStreamAsString()).get(), host.getPresetParameters(), extent);
+    preset->name = itemNameOf (entryName);
     return preset;
 }
 

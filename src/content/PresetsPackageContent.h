@@ -8,7 +8,8 @@
 namespace quilvane
 {
 
-/** The presets of a signed package; read only. A package that doesn't verify has none. */
+/** The presets of a signed package; read only. A package that doesn't verify has none. The list ends at the
+    first entry that can't be opened. */
 class PresetsPackageContent final : public PresetsContent
 {
 public:
@@ -22,7 +23,7 @@ protected:
     std::vector<Listing> listItems() const override;
 
 private:
-    std::unique_ptr<Preset> readEntry (int index, Preset::Extent) const;
+    std::unique_ptr<Preset> readEntry (const juce::String& entryName, juce::InputStream&, Preset::Extent) const;
 
     const PackageFile package;
 };

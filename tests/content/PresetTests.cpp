@@ -9,11 +9,14 @@
 
 #include "content/Preset.h"
 #include "content/PresetsDirectoryContent.h"
+#include "content/PresetsPackageContent.h"
 #include "content/TagMap.h"
 #include "parameters/FloatParameter.h"
 #include "parameters/ParameterManager.h"
+#include "support/PackageInTest.h"
 
 using namespace quilvane;
+using namespace quilvane::test;
 
 namespace
 {
@@ -320,6 +323,19 @@ TEST_F (PresetFiles, StayWholeWhenTheDiskIsFull)
     EXPECT_EQ (listFolder(), listing);
 }
 
+TEST_F (PresetFiles, StayWholeWhenTheFolderTakesNoNewName)
+{
+    Preset preset;
+    fillPreset (preset);
+
+    // A folder in the file's place: everything can be written, but nothing renamed over it.
+    ASSERT_TRUE (file ("A").getChildFile ("inside").create().wasOk());
+    EXPECT_FALSE (preset.saveToFile (file ("A"), manager));
+    EXPECT_FALSE (preset.saveToFile (folder.getChildFile ("missing/A.qvprs2"), manager));
+    EXPECT_TRUE (file ("A").getChildFile ("inside").existsAsFile());
+    EXPECT_EQ (folder.getNumberOfChildFiles (juce::File::findFilesAndDirectories), 1);
+}
+
 TEST_F (PresetFiles, StayWholeWhenTheWriterIsKilled)
 {
     Preset preset;
@@ -364,6 +380,55 @@ TEST_F (PresetFiles, StayWholeWhenTheWriterIsKilled)
     PresetsDirectoryContent content (*this, "User", folder, ".qvprs2");
     content.reload();
     EXPECT_EQ (content.getItems().size(), 1u);
+}
+
+//==============================================================================
+TEST_F (PresetFiles, OfAPackageAreReadOnlyAndTakeTheAuthorOfTheManifest)
+{
+    auto members = makeMembers();
+    members.insert (members.begin() + 1, { "readme.txt", bytes ("Thanks!") });
+    members.push_back ({ "Folder/Deep.qvprs2", bytes ("<Preset author=\"Ben\"/>") });
+    members.push_back ({ "Own.qvprs2", bytes ("<Preset author=\"Cy\"><Parameters><param name=\"P1\" value=\"7\"/>"
+                                              "</Parameters></Preset>") });
+    const auto writePackage = [&] (bool isWhole)
+    {
+        auto archive = package::makeArchive (members);
+
+        if (! isWhole)
+            archive[std::string (archive.begin(), archive.end()).find ("readme.txt") - 30] = 'X';
+
+        const auto package = package::signArchive (archive);
+        file ("Bank").replaceWithData (package.getData(), package.getSize());
+    };
+
+    {
+        writePackage (true);
+        PresetsPackageContent content (*this, "Factory", file ("Bank"), ".qvprs2");
+        content.reload();
+        ASSERT_EQ (content.getItems().size(), 4u); // and no readme
+        EXPECT_EQ (content.getItems()[0]->name, "Slow");
+        EXPECT_EQ (content.getItems()[2]->name, "Deep");
+
+        EXPECT_EQ (content.readPreset ("Slow")->author, "Ada");
+        EXPECT_EQ (content.readPreset ("Own")->author, "Cy");
+        EXPECT_EQ (content.readPreset ("Folder/Deep")->name, "Deep");
+        EXPECT_EQ (content.readPreset ("readme"), nullptr);
+
+        EXPECT_TRUE (content.loadItem ("Own"));
+        EXPECT_EQ (manager.getParameter (1)->getString(), "7");
+
+        const auto before = file ("Bank").loadFileAsString();
+        EXPECT_FALSE (content.deleteItemFile ("Own"));
+        EXPECT_FALSE (content.renameItemFile ("Own", "Other"));
+        EXPECT_EQ (file ("Bank").loadFileAsString(), before);
+    }
+
+    // The list ends where an entry, of whatever kind, can't be opened: the second one's header is none.
+    writePackage (false);
+    PresetsPackageContent cut (*this, "Factory", file ("Bank"), ".qvprs2");
+    cut.reload();
+    EXPECT_TRUE (cut.getItems().empty());
+    EXPECT_NE (cut.readPreset ("Own"), nullptr);
 }
 
 TEST_F (PresetFiles, WithMoreTagsThanAnyoneUsesAreReadInNoTime)

@@ -4,6 +4,7 @@
 // program and of the plug-in as QUILVANE_HOST_PROGRAM and QUILVANE_PLUGIN_FILE.
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <memory>
 #include <vector>
@@ -459,6 +460,32 @@ TEST_F (HostProgram, PresetsAreListedRenderedAndRefused)
     const auto bank = run ({ "render-bank", path ("in.wav"), path ("bank"), "--plugin", plugin.getFullPathName() });
     EXPECT_EQ (bank.exitCode, 0) << bank.output;
     EXPECT_TRUE (areEqual (read ("bank/Half.wav"), half, 0, length));
+}
+
+TEST_F (HostProgram, ProgramsThatCloseAtOnceLeaveOneWholeSettingsFile)
+{
+    const auto home = juce::SystemStats::getEnvironmentVariable ("HOME", {});
+    setenv ("HOME", path ("home").toRawUTF8(), 1);
+    std::array<juce::ChildProcess, 6> programs;
+
+    for (auto& program : programs)
+        ASSERT_TRUE (program.start ({ QUILVANE_HOST_PROGRAM, "info", "--plugin", QUILVANE_PLUGIN_FILE }));
+
+    for (auto& program : programs)
+    {
+        program.readAllProcessOutput();
+        EXPECT_TRUE (program.waitForProcessToFinish (patience));
+        EXPECT_EQ (program.getExitCode(), 0u);
+    }
+
+    setenv ("HOME", home.toRawUTF8(), 1);
+
+    // One file, and nothing of theirs beside it.
+    const auto files = file ("home").findChildFiles (juce::File::findFiles, true);
+    ASSERT_EQ (files.size(), 1);
+    const auto settings = juce::parseXML (files[0]);
+    ASSERT_NE (settings, nullptr);
+    EXPECT_EQ (settings->getStringAttribute ("application"), "Quilvane 2");
 }
 
 TEST_F (HostProgram, ScoreIsAMidiFileOfPianoAndDrums)

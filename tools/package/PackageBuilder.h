@@ -16,7 +16,7 @@ struct Member
     juce::MemoryBlock content;
 };
 
-/** A ZIP archive of members in the given order, neither compressed nor dated, so that the same members
+/** A ZIP archive of members in the given order, not compressed and all of one date, so that the same members
     give the same bytes on every machine. */
 juce::MemoryBlock makeArchive (const std::vector<Member>&);
 
