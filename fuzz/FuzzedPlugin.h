@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "core/BasePlugin.h"
+#include "parameters/StringParameter.h"
 #include "product/Quilvane.h"
 
 /** A plug-in for harnesses, with a home of its own, on one thread that is the message thread. */
@@ -39,6 +40,9 @@ public:
     {
         for (const auto& parameter : get().getParameters().getParameters())
         {
+            if (dynamic_cast<const quilvane::StringParameter*> (parameter.get()) != nullptr)
+                continue; // any number may stand in a text
+
             const auto normalised = parameter->getNormalised();
 
             if (! (normalised >= 0.0f && normalised <= 1.0f) || ! std::isfinite (parameter->getFloat()))

@@ -8,6 +8,7 @@
 #include "content/PresetChangeDetector.h"
 #include "core/FrameworkIds.h"
 #include "core/PluginAudioProcessor.h"
+#include "core/PluginEditor.h"
 #include "parameters/BoundedXml.h"
 #include "parameters/FloatParameter.h"
 #include "parameters/IntParameter.h"
@@ -145,6 +146,11 @@ void BasePlugin::initialiseContent()
     // After the default preset: a host's defaults are its values.
     parameters->captureDefaults();
 
+    editor = createEditor();
+
+    if (editor != nullptr)
+        startEditor();
+
     // All listeners and the core take the values that stand.
     loadingPreset = true;
     parameters->notifyAll();
@@ -238,6 +244,27 @@ void BasePlugin::parameterGestureEnded (Parameter& parameter)
 
     if (hostIndex != HostParameterMap::unmapped && processor != nullptr)
         processor->endHostGesture (hostIndex);
+}
+
+std::unique_ptr<PluginEditor> BasePlugin::createEditor()
+{
+    return nullptr;
+}
+
+void BasePlugin::deleteEditor()
+{
+    editor.reset();
+}
+
+void BasePlugin::resetParameter (Parameter& parameter)
+{
+    // A text has no number to go back to.
+    if (dynamic_cast<StringParameter*> (&parameter) != nullptr)
+        return;
+
+    parameter.beginGesture();
+    parameter.setNormalised (parameters->getDefaultNormalised (parameter.getId()), true);
+    parameter.endGesture();
 }
 
 //==============================================================================

@@ -23,7 +23,15 @@ namespace quilvane
 {
 
 class PluginAudioProcessor;
+class PluginEditor;
 class PresetChangeDetector;
+
+/** Bytes that are embedded in the plug-in's binary, for as long as it is loaded; null and 0 for none. */
+struct EmbeddedFile
+{
+    const void* data = nullptr;
+    size_t numBytes = 0;
+};
 
 /** The reusable core of every product: it owns the parameters, the host's and the controllers' view of
     them, the presets and their sources, the events, the folders and the settings, and forwards audio to the
@@ -149,6 +157,24 @@ public:
     juce::File getSettingsFile() const;
 
     //==============================================================================
+    // The user interface. Message thread.
+
+    /** Null in a product without one, and before the start-up is through. */
+    PluginEditor* getEditor() const noexcept { return editor.get(); }
+
+    /** As the first step of the end, while the parameters still stand. */
+    void deleteEditor();
+
+    /** A file that is embedded in the binary, by its bare name. */
+    virtual EmbeddedFile getEmbeddedFile (const juce::String& /*name*/) const { return {}; }
+
+    /** A control fired an event that the editor doesn't handle itself. */
+    virtual void actionHook (int /*eventId*/) {}
+
+    /** Sets a parameter to the default that hosts are told, in a gesture of its own; does nothing with a text. */
+    void resetParameter (Parameter&);
+
+    //==============================================================================
     MidiControlMap& getMidiControlMap() noexcept { return midiControlMap; }
     Directories& getDirectories() noexcept { return directories; }
     ParameterManager& getParameters() noexcept { return *parameters; }
@@ -185,6 +211,9 @@ protected:
     virtual bool usesHostParameterMap() const { return false; }
     virtual bool usesDebugParameters() const { return false; }
 
+    /** A product returns its own editor; null for none. */
+    virtual std::unique_ptr<PluginEditor> createEditor();
+
     /** Takes the host's rate into the rate constants; false if it is none or the present one. */
     virtual bool updateSampleRate (double sampleRate) { return rateConstants.update (sampleRate); }
 
@@ -215,6 +244,8 @@ private:
     void restoreState (const juce::XmlElement&);
     void restoreQualities (const juce::XmlElement* preset);
     void loadSettings();
+    std::unique_ptr<juce::XmlElement> readSettings() const;
+    void startEditor();
     void loadContent();
     void applyPreset (const Preset&);
     void keepCurrentPreset();
@@ -257,6 +288,7 @@ private:
     juce::String pluginFile;
     PluginAudioProcessor* processor = nullptr;
     ProcessContext callback;
+    std::unique_ptr<PluginEditor> editor;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (BasePlugin)
 };

@@ -4,6 +4,7 @@
 
 #include "core/BasePlugin.h"
 #include "core/FrameworkIds.h"
+#include "core/PluginEditor.h"
 #include "parameters/BoundedXml.h"
 #include "parameters/SafeFile.h"
 
@@ -54,12 +55,28 @@ juce::File BasePlugin::getSettingsFile() const
     return directories.get (Directories::userData).getChildFile (getProductName() + ".ini");
 }
 
-void BasePlugin::loadSettings()
+std::unique_ptr<juce::XmlElement> BasePlugin::readSettings() const
 {
-    const auto xml = parseBoundedXml (getSettingsFile());
+    auto xml = parseBoundedXml (getSettingsFile());
 
     if (xml != nullptr && xml->getTagName().equalsIgnoreCase (settingsTag)
         && xml->getStringAttribute (applicationAttribute).equalsIgnoreCase (getProductName()))
+        return xml;
+
+    return nullptr;
+}
+
+void BasePlugin::startEditor()
+{
+    if (const auto xml = readSettings())
+        editor->loadSettings (*xml);
+
+    editor->start();
+}
+
+void BasePlugin::loadSettings()
+{
+    if (const auto xml = readSettings())
     {
         readMapSetting (*xml, midiMapTag, useMidiMapFile, midiMapFile);
         readMapSetting (*xml, hostMapTag, useHostMapFile, hostMapFile);
@@ -101,6 +118,10 @@ void BasePlugin::saveSettings() const
         settings.createNewChildElement (qualityTag)
             ->addChildElement (defaults.createXml (*parameters, false).release());
     }
+
+    if (editor != nullptr)
+        if (auto xml = editor->saveSettings())
+            settings.addChildElement (xml.release());
 
     // Two instances that close at once leave one whole file, whichever it is.
     replaceFileSafely (getSettingsFile(), settings);

@@ -9,6 +9,7 @@
 #include "content/PresetsPackageContent.h"
 #include "core/BasePlugin.h"
 #include "core/FrameworkIds.h"
+#include "core/PluginEditor.h"
 #include "parameters/BoundedXml.h"
 
 namespace quilvane
@@ -109,6 +110,11 @@ std::unique_ptr<juce::XmlElement> BasePlugin::createState() const
     addPreset (parametersTag, values);
 
     state->addChildElement (midiControlMap.createXml().release());
+
+    if (editor != nullptr)
+        if (auto xml = editor->saveState())
+            state->addChildElement (xml.release());
+
     return state;
 }
 
@@ -127,6 +133,9 @@ void BasePlugin::restoreState (const juce::XmlElement& state)
     }
 
     midiControlMap.loadFromXml (state.getChildByName (midiMapTag));
+
+    if (editor != nullptr)
+        editor->loadState (state);
 }
 
 void BasePlugin::restoreQualities (const juce::XmlElement* xml)

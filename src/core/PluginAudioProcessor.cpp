@@ -2,7 +2,9 @@
 
 #include "core/PluginAudioProcessor.h"
 
+#include "core/AudioProcessorEditorWrapper.h"
 #include "core/BasePlugin.h"
+#include "core/PluginEditor.h"
 
 namespace quilvane
 {
@@ -27,6 +29,9 @@ PluginAudioProcessor::~PluginAudioProcessor()
 {
     if (isBuilt)
         plugin->saveSettings();
+
+    if (plugin != nullptr)
+        plugin->deleteEditor();
 }
 
 void PluginAudioProcessor::setPlugin (std::unique_ptr<BasePlugin> newPlugin)
@@ -93,6 +98,9 @@ bool PluginAudioProcessor::producesMidi() const
 
 juce::AudioProcessorEditor* PluginAudioProcessor::createEditor()
 {
+    if (auto* editor = plugin->getEditor())
+        return new AudioProcessorEditorWrapper (*this, *editor);
+
     return new juce::GenericAudioProcessorEditor (*this);
 }
 

@@ -29,6 +29,41 @@ void skipPast (Reader& text, int opening, const char* end)
         text += static_cast<int> (std::strlen (end));
 }
 
+/** Moves behind the entity whose ampersand lies before; false for one that the parser could run past the end
+    with, that it would have to look up, or that is no character. */
+bool skipEntity (Reader& text)
+{
+    for (const auto* name : { "amp;", "quot;", "apos;", "lt;", "gt;" })
+    {
+        if (startsWith (text, name))
+        {
+            text += static_cast<int> (std::strlen (name));
+            return true;
+        }
+    }
+
+    if (text.getAndAdvance() != '#')
+        return false;
+
+    const auto base = startsWith (text, "x") ? 16 : 10;
+    const auto firstDigit = base == 16 ? text + 1 : text;
+    constexpr int lastCharacter = 0x10ffff, firstSurrogate = 0xd800, lastSurrogate = 0xdfff;
+    int character = 0;
+
+    for (text = firstDigit; *text != ';'; ++text)
+    {
+        const auto digit = juce::CharacterFunctions::getHexDigitValue (*text);
+
+        if (digit < 0 || digit >= base || character > lastCharacter)
+            return false;
+
+        character = character * base + digit;
+    }
+
+    ++text;
+    return character > 0 && character <= lastCharacter && ! (character >= firstSurrogate && character <= lastSurrogate);
+}
+
 enum class Tag
 {
     opens,
@@ -53,9 +88,11 @@ Tag skipOpeningTag (Reader& text)
             return Tag::malformed;
 
         if (c == '"' || c == '\'')
-            while (! text.isEmpty() && text.getAndAdvance() != c)
-            {
-            }
+        {
+            for (auto inside = text.getAndAdvance(); inside != c; inside = text.getAndAdvance())
+                if (inside == 0 || (inside == '&' && ! skipEntity (text)))
+                    return Tag::malformed;
+        }
 
         previous = c;
     }
@@ -63,11 +100,12 @@ Tag skipOpeningTag (Reader& text)
     return Tag::malformed;
 }
 
-/** Whether elements nest within the bound. It reads markup as the parser does where that decides what is an
+/** Whether elements nest within the bound, and the parser comes to an end. It reads markup as the parser does where that decides what is an
     opening tag; what is malformed otherwise is left to the parser. */
-bool nestsWithinBound (Reader text)
+bool isSafeToParse (Reader text)
 {
     int depth = 0;
+    bool isInProlog = true;
 
     while (! text.isEmpty())
     {
@@ -76,7 +114,13 @@ bool nestsWithinBound (Reader text)
         else if (startsWith (text, "<![CDATA["))
             skipPast (text, 9, "]]>");
         else if (startsWith (text, "<?"))
+        {
+            // The parser never comes to an end where text follows one among the elements.
+            if (! isInProlog)
+                return false;
+
             skipPast (text, 2, "?>");
+        }
         else if (startsWith (text, "<!"))
             return false;
         else if (startsWith (text, "</"))
@@ -84,8 +128,15 @@ bool nestsWithinBound (Reader text)
             depth = juce::jmax (0, depth - 1);
             skipPast (text, 2, ">");
         }
-        else if (text.getAndAdvance() == '<')
+        else if (const auto c = text.getAndAdvance(); c == '&')
         {
+            if (! skipEntity (text))
+                return false;
+        }
+        else if (c == '<')
+        {
+            isInProlog = false;
+
             if (++depth > maximumXmlDepth)
                 return false;
 
@@ -115,7 +166,7 @@ bool isValidText (const juce::String& text)
 
 std::unique_ptr<juce::XmlElement> parseBoundedXml (const juce::String& text)
 {
-    return isValidText (text) && nestsWithinBound (text.toUTF8()) ? juce::parseXML (text) : nullptr;
+    return isValidText (text) && isSafeToParse (text.toUTF8()) ? juce::parseXML (text) : nullptr;
 }
 
 std::unique_ptr<juce::XmlElement> parseBoundedXmlHead (const juce::String& text)

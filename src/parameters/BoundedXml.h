@@ -12,8 +12,10 @@ namespace quilvane
 /** Parses an XML document that may come from anywhere.
 
     A document with more than maximumXmlBytes bytes of UTF-8 or with elements nested deeper than
-    maximumXmlDepth is refused, as is one with a document type declaration: the parser is recursive,
-    and entities can grow without bound. None of our own documents comes near these bounds.
+    maximumXmlDepth is refused, as is one with a document type declaration, with processing instructions behind
+    its first tag, or with entities but the five that need no declaration and whole numbers of characters: the
+    parser is recursive, declared entities can grow without bound, such an instruction can keep it for ever, and
+    an entity that is cut off leads it past the end of the text. None of our own documents comes near these bounds.
 
     @returns null for an unreadable or refused document
 */

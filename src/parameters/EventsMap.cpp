@@ -29,8 +29,13 @@ void EventsMap::loadFromXml (const juce::XmlElement& xml)
 
 int EventsMap::getUid (const juce::String& name) const
 {
+    return findUid (name).value_or (0);
+}
+
+std::optional<int> EventsMap::findUid (const juce::String& name) const
+{
     const auto found = uids.find (name);
-    return found != uids.end() ? found->second : 0;
+    return found != uids.end() ? std::optional<int> (found->second) : std::nullopt;
 }
 
 juce::String EventsMap::getName (int uid) const

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 
 #include <juce_core/juce_core.h>
 
@@ -25,6 +26,9 @@ public:
 
     /** The number of an event; 0 for an unknown name. */
     int getUid (const juce::String& name) const;
+
+    /** The number of an event, if there is one of this name. */
+    std::optional<int> findUid (const juce::String& name) const;
 
     /** The name of an event; empty for an unknown number. */
     juce::String getName (int uid) const;

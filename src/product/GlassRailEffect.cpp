@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "dsp/GlassRailEffectCore.h"
+#include "product/GlassRailEffectEditor.h"
 
 namespace quilvane
 {
@@ -51,6 +52,11 @@ void GlassRailEffect::createDspCore()
 std::unique_ptr<GlassRailEffectCore> GlassRailEffect::makeCore()
 {
     return std::make_unique<GlassRailEffectCore> (getRateConstants());
+}
+
+std::unique_ptr<PluginEditor> GlassRailEffect::createEditor()
+{
+    return std::make_unique<GlassRailEffectEditor> (*this);
 }
 
 bool GlassRailEffect::isBusesLayoutSupported (const juce::AudioProcessor::BusesLayout& layout) const

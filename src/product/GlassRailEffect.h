@@ -40,6 +40,7 @@ public:
 protected:
     /** A product returns its own core; this one processes nothing. */
     virtual std::unique_ptr<GlassRailEffectCore> makeCore();
+    std::unique_ptr<PluginEditor> createEditor() override;
     virtual bool allowsMono() const { return true; }
     virtual bool usesTransport() const { return false; }
 

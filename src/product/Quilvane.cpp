@@ -5,10 +5,31 @@
 #include "EmbeddedResources.h"
 #include "dsp/QuilvaneCore.h"
 #include "dsp/QuilvaneParameterIds.h"
+#include "product/QuilvaneEditor.h"
 #include "product/QuilvaneParameterManager.h"
 
 namespace quilvane
 {
+
+namespace
+{
+
+EmbeddedFile findEmbeddedFile (const juce::String& name)
+{
+    for (int i = 0; i < EmbeddedResources::namedResourceListSize; ++i)
+    {
+        if (name != EmbeddedResources::originalFilenames[i])
+            continue;
+
+        int size = 0;
+        const auto* data = EmbeddedResources::getNamedResource (EmbeddedResources::namedResourceList[i], size);
+        return { data, static_cast<size_t> (size) };
+    }
+
+    return {};
+}
+
+} // namespace
 
 Quilvane::Quilvane() : GlassRailEffect (std::make_unique<QuilvaneParameterManager>(), loadEmbeddedText) {}
 
@@ -23,16 +44,18 @@ std::unique_ptr<PluginAudioProcessor> Quilvane::createProcessor()
 
 juce::String Quilvane::loadEmbeddedText (const juce::String& name)
 {
-    for (int i = 0; i < EmbeddedResources::namedResourceListSize; ++i)
-    {
-        int size = 0;
-        const auto* data = EmbeddedResources::getNamedResource (EmbeddedResources::namedResourceList[i], size);
+    const auto file = findEmbeddedFile (name);
+    return juce::String::fromUTF8 (static_cast<const char*> (file.data), static_cast<int> (file.numBytes));
+}
 
-        if (data != nullptr && name == EmbeddedResources::originalFilenames[i])
-            return juce::String::fromUTF8 (data, size);
-    }
+EmbeddedFile Quilvane::getEmbeddedFile (const juce::String& name) const
+{
+    return findEmbeddedFile (name);
+}
 
-    return {};
+std::unique_ptr<PluginEditor> Quilvane::createEditor()
+{
+    return std::make_unique<QuilvaneEditor> (*this);
 }
 
 juce::String Quilvane::getReleaseChannel() const

@@ -23,6 +23,8 @@ public:
     /** The texts that are embedded in the binary. */
     static juce::String loadEmbeddedText (const juce::String& name);
 
+    EmbeddedFile getEmbeddedFile (const juce::String& name) const override;
+
     juce::String getProductName() const override { return "Quilvane 2"; }
     juce::String getDescription() const override { return "Steerable Spatial Phaser"; }
     juce::String getVersion() const override { return "2.0.0"; }
@@ -47,6 +49,7 @@ public:
 
 protected:
     std::unique_ptr<GlassRailEffectCore> makeCore() override;
+    std::unique_ptr<PluginEditor> createEditor() override;
     bool usesHostParameterMap() const override { return true; }
     bool allowsMono() const override { return false; }
     bool usesTransport() const override { return true; }

@@ -156,6 +156,16 @@ TEST (BoundedXml, RefusesWhatAParserCouldChokeOn)
     { return "<r>" + before + juce::String::repeatedString (each, 300000); };
 
     const auto closers = juce::String::repeatedString ("</a>", 300000);
+    EXPECT_EQ (parseBoundedXml ("<a> <?b?>text</a>"), nullptr); // the parser would never return
+
+    for (const auto* entity : { "&", "&;", "&amp", "&b;", "&#;", "&#x;", "&#x5", "&#5", "&#0;", "&#xd800;",
+                                "&#x110000;", "&#99999999999;", "&#5a;", "&#-5;" })
+        for (const auto* place : { "<a>%</a>", "<a b='%'/>", "<a b=\"%" })
+            EXPECT_EQ (parseBoundedXml (juce::String (place).replace ("%", entity)), nullptr) << place << entity;
+
+    EXPECT_EQ (parseBoundedXml ("<a b='&amp;&quot;&apos;&lt;&gt;&#176;&#xB0;'/>")->getStringAttribute ("b"),
+               juce::CharPointer_UTF8 ("&\"'<>\xc2\xb0\xc2\xb0"));
+    EXPECT_NE (parseBoundedXml ("<?xml version='1.0'?><?b?><a/>"), nullptr);
     EXPECT_EQ (parseBoundedXml (deep ("<b></b '>", "<c>")), nullptr);
     EXPECT_EQ (parseBoundedXml (deep ({}, "<c <!--/>-->>")), nullptr);
     EXPECT_EQ (parseBoundedXml (deep ("<!-->" + closers + "-->", "<c>")), nullptr);

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <juce_audio_processors/juce_audio_processors.h>
+
+namespace quilvane
+{
+
+class PluginEditor;
+
+/** What the host's window holds: a frame around the plug-in's one editor, which it borrows and doesn't own. It takes
+    the editor's size, and follows it. */
+class AudioProcessorEditorWrapper final : public juce::AudioProcessorEditor
+{
+public:
+    AudioProcessorEditorWrapper (juce::AudioProcessor&, PluginEditor&);
+    ~AudioProcessorEditorWrapper() override;
+
+    void paint (juce::Graphics&) override;
+    void childBoundsChanged (juce::Component*) override;
+
+private:
+    juce::Component::SafePointer<PluginEditor> editor;
+};
+
+} // namespace quilvane

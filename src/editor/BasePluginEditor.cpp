@@ -1,0 +1,429 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "editor/BasePluginEditor.h"
+
+#include "core/BasePlugin.h"
+#include "core/FrameworkIds.h"
+#include "skin/GFXAnimation.h"
+
+namespace quilvane
+{
+
+namespace
+{
+
+constexpr int tickMs = 25;
+constexpr int activityMs = 175;
+constexpr int tooltipDelayMs = 850;
+constexpr int valuePriority = 6, valueTimeoutMs = 3000;
+constexpr int stays = 0;
+constexpr int initialWidth = 800, initialHeight = 600;
+constexpr float modalShare = 0.8f;
+
+constexpr const char* settingsTag = "Editor";
+constexpr const char* warningAttribute = "presetChangeWarning";
+constexpr const char* skinTag = "Skin";
+constexpr const char* nameAttribute = "name";
+
+juce::String skinOf (const juce::XmlElement& parent)
+{
+    const auto* xml = parent.getChildByName (settingsTag);
+    const auto* skin = xml != nullptr ? xml->getChildByName (skinTag) : nullptr;
+    return skin != nullptr ? skin->getStringAttribute (nameAttribute) : juce::String();
+}
+
+juce::Component* findByName (juce::Component& parent, const juce::String& name)
+{
+    for (auto* child : parent.getChildren())
+        if (child->getName() == name)
+            return child;
+
+    for (auto* child : parent.getChildren())
+        if (auto* found = findByName (*child, name))
+            return found;
+
+    return nullptr;
+}
+
+} // namespace
+
+BasePluginEditor::BasePluginEditor (BasePlugin& owner, bool loadsSkinFiles) :
+    plugin (owner),
+    usesSkinFiles (loadsSkinFiles),
+    tooltipWindow (this, tooltipDelayMs)
+{
+    setLookAndFeel (&lookAndFeel);
+    setOpaque (true);
+    addAndMakeVisible (statusBar);
+
+    buildLabel.setText (makeBuildText(), juce::dontSendNotification);
+    buildLabel.setJustificationType (juce::Justification::centredRight);
+    buildLabel.setFont (lookAndFeel.getStatusBarFont());
+    buildLabel.setColour (juce::Label::textColourId, lookAndFeel.findColour (DefaultLookAndFeel::statusBarTextId));
+    buildLabel.addMouseListener (this, false);
+    addChildComponent (buildLabel);
+    buildLabel.setVisible (! plugin.getReleaseChannel().equalsIgnoreCase ("master"));
+
+    setPanelSize (initialWidth, initialHeight);
+
+    if (! usesSkinFiles)
+        loadSkin ({});
+}
+
+BasePluginEditor::~BasePluginEditor()
+{
+    stopTimer();
+    cancelPendingUpdate();
+    plugin.getParameters().removeFromAll (this);
+    buildLabel.removeMouseListener (this);
+    skinPanel.reset();
+    setLookAndFeel (nullptr);
+}
+
+void BasePluginEditor::start()
+{
+    isStarted = true;
+
+    if (usesSkinFiles)
+    {
+        // A name that was kept stands if there is such a skin.
+        const auto skins = findSkins();
+
+        if (! skins.contains (getSkinName()))
+            setWantedSkin (skins[0]);
+
+        if (skins.isEmpty())
+            statusBar.showMessage ("Plugin skins not found in directory: '" + getSkinsFolder().getFullPathName()
+                                       + "'. Please reinstall to repair.",
+                                   0, stays);
+    }
+
+    startTimer (tickMs);
+}
+
+juce::String BasePluginEditor::makeBuildText() const
+{
+    return juce::StringArray { plugin.getDisplayVersion(), plugin.getReleaseDate(), plugin.getArchitecture(),
+                               plugin.getRevision() }
+        .joinIntoString (" | ");
+}
+
+//==============================================================================
+void BasePluginEditor::windowOpened()
+{
+    openedOnce = true;
+    loadWantedSkin();
+}
+
+void BasePluginEditor::windowClosed()
+{
+    if (floatingLayer.getShown() != nullptr)
+        floatingLayer.hide (*floatingLayer.getShown(), nullptr);
+
+    // The release of a button that is held now won't be seen.
+    if (skinPanel != nullptr)
+        skinPanel->endPendingGesture();
+}
+
+void BasePluginEditor::visibilityChanged()
+{
+    timerTick (isShowing());
+}
+
+void BasePluginEditor::paint (juce::Graphics& g)
+{
+    g.fillAll (juce::Colour (0xff282828));
+}
+
+//==============================================================================
+std::unique_ptr<juce::XmlElement> BasePluginEditor::saveSettings() const
+{
+    auto xml = usesSkinFiles ? saveState() : std::make_unique<juce::XmlElement> (settingsTag);
+    xml->setAttribute (warningAttribute, presetChangeWarning ? 1 : 0);
+    return xml;
+}
+
+void BasePluginEditor::loadSettings (const juce::XmlElement& parent)
+{
+    if (const auto* xml = parent.getChildByName (settingsTag))
+        presetChangeWarning = xml->getBoolAttribute (warningAttribute, true);
+
+    loadState (parent);
+}
+
+std::unique_ptr<juce::XmlElement> BasePluginEditor::saveState() const
+{
+    if (! usesSkinFiles)
+        return nullptr;
+
+    auto xml = std::make_unique<juce::XmlElement> (settingsTag);
+    xml->createNewChildElement (skinTag)->setAttribute (nameAttribute, getSkinName());
+    return xml;
+}
+
+void BasePluginEditor::loadState (const juce::XmlElement& parent)
+{
+    const auto name = skinOf (parent);
+
+    if (name.isEmpty() || ! usesSkinFiles)
+        return;
+
+    if (juce::MessageManager::existsAndIsCurrentThread())
+        return switchSkin (name);
+
+    setWantedSkin (name);
+    triggerAsyncUpdate();
+}
+
+//==============================================================================
+juce::File BasePluginEditor::getSkinsFolder() const
+{
+    return plugin.getDirectories().get (Directories::appData).getChildFile (SkinFile::skinsFolder);
+}
+
+juce::StringArray BasePluginEditor::findSkins() const
+{
+    juce::StringArray names;
+
+    for (const auto& file : getSkinsFolder().findChildFiles (juce::File::findFiles, false, SkinFile::filePattern))
+        names.add (file.getFileNameWithoutExtension());
+
+    names.sortNatural();
+    return names;
+}
+
+juce::String BasePluginEditor::getSkinName() const
+{
+    const juce::ScopedLock scope (skinNameLock);
+    return wantedSkin;
+}
+
+void BasePluginEditor::setWantedSkin (const juce::String& name)
+{
+    const juce::ScopedLock scope (skinNameLock);
+    wantedSkin = name;
+}
+
+void BasePluginEditor::switchSkin (const juce::String& name)
+{
+    if (name.equalsIgnoreCase (getSkinName()))
+        return;
+
+    // Before the start it's what the settings say, and the start looks whether there is such a skin.
+    if (isStarted && ! findSkins().contains (name))
+        return;
+
+    setWantedSkin (name);
+
+    if (! openedOnce)
+        return;
+
+    statusBar.showMessage ("Loading skin...", 0, stays);
+
+    // The message is seen before the work begins.
+    if (auto* peer = getPeer())
+        peer->performAnyPendingRepaintsNow();
+
+    triggerAsyncUpdate();
+}
+
+void BasePluginEditor::handleAsyncUpdate()
+{
+    if (openedOnce)
+        loadWantedSkin();
+}
+
+void BasePluginEditor::loadWantedSkin()
+{
+    const auto wanted = getSkinName();
+
+    if (skinPanel != nullptr && wanted == loadedSkin)
+        return;
+
+    auto isLoaded = loadSkin (wanted);
+
+    // With no panel to go back to, any skin is better than none.
+    if (! isLoaded && skinPanel == nullptr)
+        for (const auto& name : findSkins())
+            if (isLoaded = name != wanted && loadSkin (name); isLoaded)
+                break;
+
+    setWantedSkin (loadedSkin);
+
+    if (skinPanel != nullptr)
+        statusBar.clearMessage();
+}
+
+bool BasePluginEditor::loadSkin (const juce::String& name)
+{
+    SkinFile skin (plugin, usesSkinFiles ? SkinFile::Source::file : SkinFile::Source::builtIn, name, getSkinsFolder());
+    auto panel = skin.loadEditorPanel();
+
+    if (panel == nullptr || panel->getBounds().isEmpty())
+        return false;
+
+    loadedSkin = name;
+    showPanel (std::move (panel));
+    return true;
+}
+
+void BasePluginEditor::showPanel (std::unique_ptr<GFXPanel> panel)
+{
+    skinPanel = std::move (panel);
+    addAndMakeVisible (*skinPanel);
+    skinPanel->setTopLeftPosition (0, 0);
+    setPanelSize (skinPanel->getWidth(), skinPanel->getHeight());
+
+    skinPanel->addListener (this);
+    skinPanel->addMouseListener (this, true);
+
+    midiLearnButton = findControl ("MidiLearnButton");
+    presetNameDisplay = findControl ("PresetNameDisplay");
+    midiActivityDisplay = findControl ("MIDIActivity");
+
+    skinLoaded();
+}
+
+//==============================================================================
+int BasePluginEditor::getStatusBarHeight() const
+{
+    return isStatusBarVisible() ? statusBar.getHeight() : 0;
+}
+
+void BasePluginEditor::setPanelSize (int width, int height)
+{
+    panelHeight = height;
+    setSize (width, height + getStatusBarHeight());
+    layOutStatusBar();
+}
+
+void BasePluginEditor::layOutStatusBar()
+{
+    constexpr int labelMargin = 12; // the label's own border on both sides
+
+    const auto labelWidth =
+        buildLabel.isVisible() ? buildLabel.getFont().getStringWidth (buildLabel.getText()) + labelMargin : 0;
+    const auto height = getStatusBarHeight();
+
+    statusBar.setVisible (isStatusBarVisible());
+    statusBar.setBounds (0, panelHeight, getWidth() - labelWidth, statusBar.getHeight());
+    buildLabel.setBounds (getWidth() - labelWidth, panelHeight, labelWidth, height);
+}
+
+juce::Component* BasePluginEditor::findControl (const juce::String& name)
+{
+    return findByName (*this, name);
+}
+
+juce::Point<int> BasePluginEditor::getModalBounds() const
+{
+    const auto share = [] (int length) { return static_cast<int> (modalShare * static_cast<float> (length)); };
+    return { share (getWidth()), share (getHeight() - getStatusBarHeight()) };
+}
+
+void BasePluginEditor::showFloatingComponent (juce::Component& component, juce::Point<int> position,
+                                              juce::Component* relativeTo, FloatingComponentOwner::Callback* callback)
+{
+    floatingLayer.show (component, position, relativeTo, callback);
+}
+
+void BasePluginEditor::hideFloatingComponent (juce::Component& component, const juce::MouseEvent* event)
+{
+    floatingLayer.hide (component, event);
+}
+
+//==============================================================================
+void BasePluginEditor::timerCallback()
+{
+    timerTick (isShowing());
+}
+
+void BasePluginEditor::timerTick (bool isShown)
+{
+    if (auto* display = dynamic_cast<GFXAnimation*> (midiActivityDisplay); display != nullptr && isShown)
+        if (plugin.getMidiControlMap().takeActivity())
+            display->flash (activityMs);
+}
+
+GUIController* BasePluginEditor::findController (juce::Component* component) const
+{
+    if (skinPanel == nullptr || component == nullptr || ! skinPanel->isParentOf (component))
+        return nullptr;
+
+    // A part of a control stands for the control.
+    for (; component != nullptr && component != skinPanel.get(); component = component->getParentComponent())
+        if (auto* controller = dynamic_cast<GUIController*> (component))
+            return controller;
+
+    return nullptr;
+}
+
+void BasePluginEditor::mouseDown (const juce::MouseEvent& e)
+{
+    if (e.eventComponent == &buildLabel)
+    {
+        buildLabel.setVisible (false);
+        layOutStatusBar();
+    }
+    else if (e.mods.isLeftButtonDown() && e.mods.isShiftDown())
+        resetControl (e, true);
+}
+
+void BasePluginEditor::mouseDoubleClick (const juce::MouseEvent& e)
+{
+    if (e.mods.isLeftButtonDown())
+        resetControl (e, false);
+}
+
+void BasePluginEditor::resetControl (const juce::MouseEvent& e, bool forced)
+{
+    auto* controller = findController (e.originalComponent);
+
+    if (controller == nullptr || ! (forced || controller->canResetParameter()))
+        return;
+
+    auto* parameter = controller->getParameterAt (e, nullptr);
+
+    if (parameter == nullptr)
+        return;
+
+    plugin.resetParameter (*parameter);
+    parameterActionHook (parameter->getId());
+    showParameterValue (*parameter);
+}
+
+void BasePluginEditor::showParameterValue (const Parameter& parameter)
+{
+    const auto text = parameter.getDisplayText();
+
+    if (parameter.getName().isNotEmpty())
+        statusBar.showMessage (parameter.getName() + ": " + text, valuePriority, valueTimeoutMs);
+    else
+        statusBar.showMessage (text, 0, valueTimeoutMs);
+}
+
+//==============================================================================
+void BasePluginEditor::controllerValueChanged (GUIController& controller)
+{
+    if (auto* parameter = controller.getParameter())
+        showParameterValue (*parameter);
+}
+
+void BasePluginEditor::controllerEvent (GUIController& controller, int eventId)
+{
+    if (eventId == eventIds::restoreDefaultPreset && plugin.hasPresets())
+        return plugin.loadPreset (plugin.getDefaultPreset());
+
+    if (eventId == eventIds::restoreCurrentPreset && plugin.hasPresets())
+        return plugin.loadPreset (plugin.getCurrentPreset());
+
+    if (eventId == eventIds::toggleMidiLearn)
+        return;
+
+    plugin.actionHook (eventId);
+
+    if (auto* parameter = controller.getParameter())
+        showParameterValue (*parameter);
+}
+
+} // namespace quilvane

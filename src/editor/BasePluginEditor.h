@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <memory>
+
+#include "core/PluginEditor.h"
+#include "editor/FloatingLayer.h"
+#include "editor/StatusBar.h"
+#include "skin/DefaultLookAndFeel.h"
+#include "skin/GFXPanel.h"
+#include "skin/SkinFile.h"
+
+namespace quilvane
+{
+
+class BasePlugin;
+
+/** The top of every product's user interface: it holds the skin's panel and the status bar, loads and switches the
+    skin, and turns what controls report into operations of the plug-in.
+
+    It lives as long as the plug-in. The skin is read when the host first opens a window; the timer runs all the
+    time. Controls that it looks for by name may be missing from a skin: each use of one is guarded.
+*/
+class BasePluginEditor : public PluginEditor,
+                         public FloatingComponentOwner,
+                         protected GUIController::Listener,
+                         protected Parameter::Listener,
+                         private juce::AsyncUpdater,
+                         private juce::Timer
+{
+public:
+    /** @param usesSkinFiles whether skins lie in the product's folder; else the embedded one is loaded at once */
+    BasePluginEditor (BasePlugin&, bool usesSkinFiles);
+    ~BasePluginEditor() override;
+
+    //==============================================================================
+    void start() override;
+    void windowOpened() override;
+    void windowClosed() override;
+    std::unique_ptr<juce::XmlElement> saveSettings() const override;
+    void loadSettings (const juce::XmlElement& parent) override;
+    std::unique_ptr<juce::XmlElement> saveState() const override;
+    void loadState (const juce::XmlElement& parent) override;
+
+    //==============================================================================
+    /** The names of the skins that are installed, sorted. */
+    juce::StringArray findSkins() const;
+
+    /** Takes another skin: now, or when a window first opens. One that can't be loaded leaves the present one. */
+    void switchSkin (const juce::String& name);
+
+    /** The skin that is shown, or will be. */
+    juce::String getSkinName() const;
+
+    GFXPanel* getSkinPanel() const noexcept { return skinPanel.get(); }
+    StatusBar& getStatusBar() noexcept { return statusBar; }
+
+    /** The first component of this name; those of one level come before those within them. Null for none. */
+    juce::Component* findControl (const juce::String& name);
+
+    /** Shows a parameter's name and value in the status bar for three seconds. */
+    void showParameterValue (const Parameter&);
+
+    void showFloatingComponent (juce::Component&, juce::Point<int> position, juce::Component* relativeTo,
+                                FloatingComponentOwner::Callback*) override;
+    void hideFloatingComponent (juce::Component&, const juce::MouseEvent*) override;
+
+    /** How large a window inside the editor may be. */
+    virtual juce::Point<int> getModalBounds() const;
+
+    void mouseDown (const juce::MouseEvent&) override;
+    void mouseDoubleClick (const juce::MouseEvent&) override;
+    void visibilityChanged() override;
+    void paint (juce::Graphics&) override;
+
+protected:
+    /** A panel has been loaded, and the pointers into the last one hold no more. */
+    virtual void skinLoaded() {}
+
+    /** Every 25 ms.
+        @param isShown whether somebody can see the editor */
+    virtual void timerTick (bool isShown);
+
+    virtual bool isStatusBarVisible() const { return true; }
+
+    /** The user has reset a parameter. */
+    virtual void parameterActionHook (int /*parameterId*/) {}
+
+    // GUIController::Listener and Parameter::Listener.
+    void controllerValueChanged (GUIController&) override;
+    void controllerEvent (GUIController&, int eventId) override;
+    void parameterChanged (Parameter&) override {}
+
+    /** A control of the panel by its name and class, null if there is none. */
+    template <typename Control>
+    Control* findControlOf (const juce::String& name)
+    {
+        return dynamic_cast<Control*> (findControl (name));
+    }
+
+    int getPanelHeight() const noexcept { return panelHeight; }
+    int getStatusBarHeight() const;
+
+private:
+    bool loadSkin (const juce::String& name);
+    void loadWantedSkin();
+    void showPanel (std::unique_ptr<GFXPanel>);
+    void setPanelSize (int width, int height);
+    void layOutStatusBar();
+    juce::String makeBuildText() const;
+    void resetControl (const juce::MouseEvent&, bool forced);
+    GUIController* findController (juce::Component*) const;
+    void setWantedSkin (const juce::String&);
+    juce::File getSkinsFolder() const;
+
+    void handleAsyncUpdate() override;
+    void timerCallback() override;
+
+    BasePlugin& plugin;
+    const bool usesSkinFiles;
+
+    DefaultLookAndFeel lookAndFeel;
+    StatusBar statusBar;
+    juce::TooltipWindow tooltipWindow;
+    juce::Label buildLabel;
+
+    // The wanted skin is read and set by threads that save and restore states.
+    juce::CriticalSection skinNameLock;
+    juce::String wantedSkin;
+    juce::String loadedSkin;
+    bool openedOnce = false;
+    bool isStarted = false;
+    bool presetChangeWarning = true;
+
+    int panelHeight = 0;
+    std::unique_ptr<GFXPanel> skinPanel;
+    juce::Component* midiLearnButton = nullptr;
+    juce::Component* presetNameDisplay = nullptr;
+    juce::Component* midiActivityDisplay = nullptr;
+
+    FloatingLayer floatingLayer { *this };
+};
+
+} // namespace quilvane

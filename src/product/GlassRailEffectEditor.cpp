@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "product/GlassRailEffectEditor.h"
+
+#include "dsp/GlassRailEffectCore.h"
+#include "product/GlassRailEffect.h"
+#include "skin/GFXAnimation.h"
+
+namespace quilvane
+{
+
+GlassRailEffectEditor::GlassRailEffectEditor (GlassRailEffect& owner) : BasePluginEditor (owner, true), effect (owner)
+{
+}
+
+juce::Point<int> GlassRailEffectEditor::getModalBounds() const
+{
+    constexpr int margin = 60, minimumWidth = 780, minimumHeight = 540;
+
+    return { juce::jmax (getWidth() - margin, minimumWidth), juce::jmax (getPanelHeight() - margin, minimumHeight) };
+}
+
+void GlassRailEffectEditor::skinLoaded()
+{
+    BasePluginEditor::skinLoaded();
+
+    left.display = findControlOf<GFXAnimation> ("LeftVUMeter");
+    right.display = findControlOf<GFXAnimation> ("RightVUMeter");
+}
+
+void GlassRailEffectEditor::timerTick (bool isShown)
+{
+    BasePluginEditor::timerTick (isShown);
+
+    const auto* core = effect.isActive() ? effect.getCore() : nullptr;
+    const auto leftLevel = core != nullptr ? core->getLeftMeter() : 0.0f;
+    const auto rightLevel = core != nullptr ? core->getRightMeter() : 0.0f;
+
+    left.update (core != nullptr ? &leftLevel : nullptr);
+    right.update (core != nullptr ? &rightLevel : nullptr);
+}
+
+void GlassRailEffectEditor::Meter::update (const float* coreLevel)
+{
+    constexpr float fall = 0.675f, lowest = 0.01f; // with no audio, in each tick
+
+    if (coreLevel != nullptr)
+        level = *coreLevel;
+    else
+        level = level > lowest ? level * fall : 0.0f;
+
+    if (display != nullptr)
+        display->setValue (level);
+}
+
+} // namespace quilvane

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "editor/BasePluginEditor.h"
+
+namespace quilvane
+{
+
+class GFXAnimation;
+class GlassRailEffect;
+
+/** Adds the meters of a stereo output, "LeftVUMeter" and "RightVUMeter". */
+class GlassRailEffectEditor : public BasePluginEditor
+{
+public:
+    explicit GlassRailEffectEditor (GlassRailEffect&);
+
+    juce::Point<int> getModalBounds() const override;
+
+protected:
+    void skinLoaded() override;
+    void timerTick (bool isShown) override;
+
+private:
+    struct Meter
+    {
+        /** Takes the core's level, or falls from the last one. */
+        void update (const float* coreLevel);
+
+        GFXAnimation* display = nullptr;
+        float level = 0.0f;
+    };
+
+    GlassRailEffect& effect;
+    Meter left, right;
+};
+
+} // namespace quilvane

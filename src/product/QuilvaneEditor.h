@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <array>
+
+#include "product/GlassRailEffectEditor.h"
+
+namespace quilvane
+{
+
+class Quilvane;
+
+/** The phaser's editor: each oscillator shows its rate, or its note value and scale when it's synced, and a light
+    that moves with it. */
+class QuilvaneEditor final : public GlassRailEffectEditor
+{
+public:
+    explicit QuilvaneEditor (Quilvane&);
+
+protected:
+    void skinLoaded() override;
+    void timerTick (bool isShown) override;
+    void parameterChanged (Parameter&) override;
+
+private:
+    struct Oscillator
+    {
+        int syncParameterId;
+        juce::Component* rate = nullptr;
+        juce::Component* noteRate = nullptr;
+        juce::Component* noteScale = nullptr;
+        GFXAnimation* light = nullptr;
+
+        void showSync (bool isSynced) const;
+        void showValue (float) const;
+    };
+
+    Quilvane& quilvane;
+    std::array<Oscillator, 2> oscillators;
+};
+
+} // namespace quilvane

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <juce_graphics/juce_graphics.h>
+
+namespace quilvane
+{
+
+/** Decodes a PNG, JPEG or GIF image that may come from anywhere.
+
+    Decoders allocate by the size that the file's header claims, so the header is read here first.
+
+    @param maximumPixels what the caller has room for; 4 bytes each
+    @returns an invalid image for one that is damaged, larger than that, or of another format
+*/
+juce::Image decodeBoundedImage (const void* data, size_t numBytes, juce::int64 maximumPixels);
+
+} // namespace quilvane

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <memory>
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+namespace quilvane
+{
+
+class SkinFile;
+
+/** Builds the control that an element of a skin stands for, by its tag without regard to case, and lets it read
+    itself. A new kind of control is one row of the table in ControlFactory.cpp.
+    @returns null for an unknown tag */
+std::unique_ptr<juce::Component> createControl (const juce::XmlElement&, SkinFile&);
+
+} // namespace quilvane

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+namespace quilvane
+{
+
+/** What controls without an image paint in its place; an aid for people who make skins. */
+struct Fallbacks
+{
+    /** The face of a button. */
+    static juce::Colour faceOf (bool isPressed)
+    {
+        const auto grey = static_cast<juce::uint8> (isPressed ? 102 : 230);
+        return juce::Colour (grey, grey, grey);
+    }
+
+    /** A framed square in the middle with the present state and their number: "2/7". */
+    static void paintState (juce::Graphics& g, juce::Rectangle<int> area, juce::Colour face, int state, int numStates)
+    {
+        constexpr int side = 16;
+        const auto square = area.withSizeKeepingCentre (side, side);
+
+        g.setColour (face);
+        g.fillRect (square);
+        g.setColour (juce::Colours::black);
+        g.drawRect (square, 1);
+        g.setFont (9.0f);
+        g.drawText (juce::String (state) + "/" + juce::String (numStates), square, juce::Justification::centred, false);
+    }
+
+    /** A cell of white with black text, or of black alone. */
+    static void paintCell (juce::Graphics& g, juce::Rectangle<int> cell, bool isDark, const juce::String& text)
+    {
+        g.setColour (isDark ? juce::Colours::black : juce::Colours::white);
+        g.fillRect (cell);
+
+        if (isDark)
+            return;
+
+        g.setColour (juce::Colours::black);
+        g.setFont (static_cast<float> (cell.getHeight()) * 0.75f);
+        g.drawText (text, cell, juce::Justification::centred, false);
+    }
+};
+
+} // namespace quilvane

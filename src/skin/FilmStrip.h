@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <cmath>
+
+#include <juce_graphics/juce_graphics.h>
+
+namespace quilvane
+{
+
+/** An image of frames of one size, stacked from the top down; invalid until it's given one. */
+class FilmStrip
+{
+public:
+    FilmStrip() = default;
+
+    /** Rows that are left over below the last frame aren't used. Without room for the frames, or with none,
+        the strip is invalid. */
+    FilmStrip (const juce::Image& stripImage, int numFrames) : frames (numFrames)
+    {
+        if (stripImage.isValid() && numFrames >= 1 && numFrames <= stripImage.getHeight())
+        {
+            image = stripImage;
+            height = stripImage.getHeight() / numFrames;
+        }
+    }
+
+    bool isValid() const noexcept { return image.isValid(); }
+    int getNumFrames() const noexcept { return frames; }
+    int getFrameWidth() const noexcept { return image.getWidth(); }
+    int getFrameHeight() const noexcept { return height; }
+
+    /** Draws a frame at its own size, unscaled; nothing for a number that the strip hasn't. */
+    void draw (juce::Graphics& g, int frame, juce::Point<int> position = {}) const
+    {
+        if (juce::isPositiveAndBelow (frame, frames))
+            g.drawImageAt (image.getClippedImage ({ 0, frame * height, image.getWidth(), height }), position.x,
+                           position.y);
+    }
+
+    /** The frame that stands for a value from 0 to 1: floor (value (numFrames - 1) + 1/2), the sum in single
+        precision. Values beyond, and what is no number, give the first or the last frame. */
+    static int frameFor (float value, int numFrames) noexcept
+    {
+        const auto position = value * static_cast<float> (numFrames - 1) + 0.5f;
+
+        if (! (position > 0.0f))
+            return 0;
+
+        return static_cast<int> (std::floor (juce::jmin (static_cast<double> (position), numFrames - 1.0)));
+    }
+
+private:
+    juce::Image image;
+    int frames = 1;
+    int height = 0;
+};
+
+} // namespace quilvane

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "skin/GFXKnob.h"
+
+namespace quilvane
+{
+
+GFXKnob::GFXKnob (const juce::String& controlName) : LinkedSlider (controlName, 0.0)
+{
+    fallbackFontHeight = 13.0f;
+}
+
+void GFXKnob::startedDragging()
+{
+    isDragging = true;
+    LinkedSlider::startedDragging();
+}
+
+void GFXKnob::stoppedDragging()
+{
+    isDragging = false;
+    LinkedSlider::stoppedDragging();
+}
+
+int GFXKnob::getFrame() const
+{
+    const auto range = juce::Slider::getRange();
+    return FilmStrip::frameFor (static_cast<float> ((getValue() - range.getStart()) / range.getLength()),
+                                getStrip().getNumFrames());
+}
+
+} // namespace quilvane

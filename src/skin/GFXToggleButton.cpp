@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "skin/GFXToggleButton.h"
+
+#include <algorithm>
+
+#include "skin/SkinElement.h"
+#include "skin/SkinFile.h"
+
+namespace quilvane
+{
+
+GFXToggleButton::GFXToggleButton (const juce::String& controlName) : juce::Button (controlName)
+{
+    setClickingTogglesState (true);
+    setWantsKeyboardFocus (false);
+}
+
+GFXToggleButton::~GFXToggleButton()
+{
+    setSweepGroup (nullptr);
+}
+
+void GFXToggleButton::readFromXml (const juce::XmlElement& element, SkinFile& skin)
+{
+    GUIController::readFromXml (element, skin);
+
+    if (const auto style = element.getStringAttribute ("style"); style == "2D" || style == "3D")
+        is3D = style == "3D";
+
+    if (const auto* gfx = element.getChildByName ("gfx"))
+        setImage (skin.getImage (gfx->getStringAttribute ("resource")), is3D ? 4 : 2);
+
+    readGeometry (element);
+    readClickEvent (*this, element);
+    paramReset = element.getBoolAttribute ("paramReset", false);
+    place (*this);
+
+    if (const auto group = element.getIntAttribute ("radioGroupId"); group != 0)
+        setRadioGroupId (group, juce::dontSendNotification);
+}
+
+void GFXToggleButton::setAction (const juce::String& type, int eventId, const juce::String&)
+{
+    if (type == "onClickWithCtrl")
+        onClickWithCtrlEvent = eventId;
+}
+
+void GFXToggleButton::updateFromParameter (Parameter& parameter)
+{
+    setToggleState (parameter.getBool(), juce::dontSendNotification);
+}
+
+//==============================================================================
+void GFXToggleButton::mouseDown (const juce::MouseEvent& e)
+{
+    if (e.mods.isRightButtonDown() || e.mods.isShiftDown())
+        return;
+
+    if (! linkMuted && getParameter() != nullptr)
+        beginGesture();
+
+    juce::Button::mouseDown (e);
+
+    if (sweepGroup != nullptr)
+    {
+        sweepGroup->startX = e.getScreenX();
+        sweepGroup->startY = e.getScreenY();
+        sweepGroup->value = getToggleState();
+    }
+}
+
+void GFXToggleButton::mouseDrag (const juce::MouseEvent& e)
+{
+    if (e.mods.isRightButtonDown() || e.mods.isShiftDown())
+        return;
+
+    juce::Button::mouseDrag (e);
+
+    if (sweepGroup != nullptr)
+        sweepTo (e.getScreenPosition());
+}
+
+void GFXToggleButton::mouseUp (const juce::MouseEvent& e)
+{
+    juce::Button::mouseUp (e);
+
+    if (! linkMuted)
+        endGesture();
+}
+
+void GFXToggleButton::clicked (const juce::ModifierKeys& mods)
+{
+    if (auto* parameter = getParameter(); parameter != nullptr && ! linkMuted)
+    {
+        parameter->setBool (getToggleState(), true);
+        notifyValueChanged();
+    }
+
+    if (mods.isCtrlDown())
+        fireEvent (onClickWithCtrlEvent);
+}
+
+//==============================================================================
+void GFXToggleButton::setSweepGroup (SweepGroup* group)
+{
+    if (sweepGroup != nullptr)
+    {
+        auto& members = sweepGroup->members;
+        members.erase (std::remove (members.begin(), members.end(), this), members.end());
+    }
+
+    sweepGroup = group;
+
+    if (sweepGroup != nullptr)
+        sweepGroup->members.push_back (this);
+}
+
+void GFXToggleButton::sweepTo (juce::Point<int> screenPosition)
+{
+    const auto swept = juce::Range<int>::between (sweepGroup->startX, screenPosition.x);
+
+    for (auto* member : sweepGroup->members)
+        if (const auto bounds = member->getScreenBounds();
+            swept.getStart() < bounds.getRight() && swept.getEnd() >= bounds.getX())
+            member->setToggleState (sweepGroup->value, juce::sendNotification);
+}
+
+//==============================================================================
+void GFXToggleButton::paintButton (juce::Graphics& g, bool isOver, bool isPressed)
+{
+    if (! getStrip().isValid())
+        return paintFallback (g);
+
+    const auto on = isShownOn() ? 1 : 0;
+    const auto pressed = isOver && isPressed ? 1 : 0;
+    const auto frame = is3D ? on * 2 + pressed : on;
+
+    getStrip().draw (g, isBlinkedOff() ? 0 : frame);
+}
+
+void GFXToggleButton::paintFallback (juce::Graphics& g) const
+{
+    constexpr int roomForText = 32;
+
+    g.setColour (juce::Colour (0xffb3b3b3));
+    g.drawRect (getLocalBounds(), 1);
+
+    g.setColour (juce::Colours::black);
+    g.drawText (isShownOn() ? "On" : "Off", getLocalBounds(), juce::Justification::centredTop);
+
+    if (const auto* parameter = GUIController::getParameter())
+        g.drawText (parameter->getName(), getLocalBounds(), juce::Justification::centredBottom);
+
+    const auto side = juce::jmax (0, juce::jmin (getWidth(), getHeight()) - roomForText);
+    const auto square = getLocalBounds().withSizeKeepingCentre (side, side);
+    g.drawRect (square, 1);
+
+    if (isShownOn() && isEnabled() && ! isBlinkedOff())
+        g.fillRect (square);
+}
+
+} // namespace quilvane

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include "parameters/ListenerArray.h"
+#include "parameters/Parameter.h"
+#include "skin/BlinkingComponent.h"
+
+namespace quilvane
+{
+
+class SkinFile;
+
+/** A control that a skin can place: it reads its own description, may be tied to one parameter, and tells its
+    listeners of gestures, changes of value and named events.
+
+    A class derives from this and from a juce::Component; GFXPanel creates it, calls readFromXml() once, and owns
+    the component side. Values flow down from the user by the protected operations, and up from the parameter, on
+    the message thread, by updateFromParameter(), which shows the value without writing it back.
+*/
+class GUIController : public Parameter::Listener, public BlinkingComponent
+{
+public:
+    class Listener
+    {
+    public:
+        virtual ~Listener() = default;
+
+        virtual void controllerGestureBegan (GUIController&) {}
+        virtual void controllerGestureEnded (GUIController&) {}
+        virtual void controllerValueChanged (GUIController&) {}
+
+        /** @param eventId a number of the plug-in's EventsMap */
+        virtual void controllerEvent (GUIController&, int /*eventId*/) {}
+    };
+
+    GUIController() = default;
+    ~GUIController() override;
+
+    /** Reads the links and the actions, and whether a double click resets the parameter. Classes extend it by
+        what they take from the element; what is missing there leaves a default. */
+    virtual void readFromXml (const juce::XmlElement&, SkinFile&);
+
+    /** The gesture `type` ("onClick") shall fire an event. Controls take the types that they know. */
+    virtual void setAction (const juce::String& /*type*/, int /*eventId*/, const juce::String& /*eventName*/) {}
+
+    /** Shows a parameter's value. */
+    virtual void updateFromParameter (Parameter&) {}
+
+    /** The parameter under the mouse, null for none.
+        @param component set to the part that shows it, if the control has several and this isn't null */
+    virtual Parameter* getParameterAt (const juce::MouseEvent&, juce::Component** component);
+
+    virtual void addListener (Listener*);
+    virtual void removeListener (Listener*);
+
+    /** The linked parameter, or null. */
+    Parameter* getParameter() const noexcept { return linkedParameter; }
+
+    /** Whether a double click on the control resets its parameter. */
+    bool canResetParameter() const noexcept { return paramReset; }
+
+    /** Ends a gesture that is under way, because its end won't be seen: the window closes. */
+    virtual void endPendingGesture() { endGesture(); }
+
+    void parameterChanged (Parameter&) override;
+
+protected:
+    // From the user to the parameter and the listeners. Without a parameter the listeners are told all the same.
+    void beginGesture();
+    void endGesture();
+    void notifyGestureBegan();
+    void notifyGestureEnded();
+    void notifyValueChanged();
+
+    /** Does nothing for noEvent. */
+    void fireEvent (int eventId);
+
+    /** Ties the control to a parameter in place of the one before, and shows it. */
+    void setParameter (Parameter&);
+
+    static constexpr int noEvent = -1;
+
+    bool paramReset = true;
+
+    /** While true, the control neither follows its parameter nor writes to it. Nothing sets it yet. */
+    bool linkMuted = false;
+
+private:
+    ListenerArray<Listener> listeners;
+    Parameter* linkedParameter = nullptr;
+    bool gestureIsOpen = false;
+};
+
+} // namespace quilvane

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "skin/LinkedSlider.h"
+
+namespace quilvane
+{
+
+namespace
+{
+
+bool belongsToEditor (const juce::MouseEvent& e)
+{
+    return e.mods.isShiftDown() || e.mods.isRightButtonDown();
+}
+
+} // namespace
+
+LinkedSlider::LinkedSlider (const juce::String& controlName, double interval) :
+    juce::Slider (juce::Slider::RotaryVerticalDrag, juce::Slider::NoTextBox)
+{
+    setName (controlName);
+    setRange (0.0, 1.0, interval);
+    setValue (0.0, juce::dontSendNotification);
+}
+
+void LinkedSlider::readFromXml (const juce::XmlElement& element, SkinFile& skin)
+{
+    BaseGFXController::readFromXml (element, skin);
+    place (*this);
+}
+
+void LinkedSlider::updateFromParameter (Parameter& parameter)
+{
+    setValue (static_cast<double> (parameter.getNormalised()), juce::dontSendNotification);
+}
+
+//==============================================================================
+void LinkedSlider::mouseDown (const juce::MouseEvent& e)
+{
+    if (! belongsToEditor (e))
+        juce::Slider::mouseDown (e);
+}
+
+void LinkedSlider::mouseDrag (const juce::MouseEvent& e)
+{
+    if (! belongsToEditor (e) && isEnabled())
+        juce::Slider::mouseDrag (e);
+}
+
+void LinkedSlider::mouseUp (const juce::MouseEvent& e)
+{
+    if (! belongsToEditor (e))
+        juce::Slider::mouseUp (e);
+}
+
+void LinkedSlider::startedDragging()
+{
+    if (! linkMuted && getParameter() != nullptr)
+        beginGesture();
+}
+
+void LinkedSlider::stoppedDragging()
+{
+    if (! linkMuted && getParameter() != nullptr)
+        endGesture();
+}
+
+void LinkedSlider::valueChanged()
+{
+    sendToParameter (static_cast<float> (getValue()));
+}
+
+void LinkedSlider::sendToParameter (float normalised)
+{
+    if (linkMuted || getParameter() == nullptr)
+        return;
+
+    getParameter()->setNormalised (normalised, true);
+    notifyValueChanged();
+}
+
+//==============================================================================
+void LinkedSlider::paint (juce::Graphics& g)
+{
+    if (getStrip().isValid())
+        getStrip().draw (g, getFrame());
+    else
+        paintFallback (g);
+}
+
+void LinkedSlider::paintFallback (juce::Graphics& g)
+{
+    if (fallbackFontHeight > 0.0f)
+        g.setFont (fallbackFontHeight);
+
+    g.setColour (juce::Colour (0xffb3b3b3));
+    g.drawRect (getLocalBounds(), 1);
+    juce::Slider::paint (g);
+
+    auto* const parameter = getParameter();
+    const auto value = parameter != nullptr ? parameter->getDisplayText() : juce::String (getValue(), 6);
+
+    g.setColour (juce::Colours::black);
+    g.drawFittedText (value, getLocalBounds(), juce::Justification::centredBottom, 2);
+
+    if (parameter != nullptr)
+        g.drawFittedText (parameter->getName(), getLocalBounds(), juce::Justification::centredTop, 2);
+}
+
+} // namespace quilvane

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "skin/PlacedComponent.h"
+
+namespace quilvane
+{
+
+/** The place of a modulation matrix. It takes room and shows nothing yet. */
+class ModulationMatrixComponent final : public PlacedComponent
+{
+public:
+    using PlacedComponent::PlacedComponent;
+};
+
+} // namespace quilvane

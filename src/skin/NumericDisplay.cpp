@@ -1,0 +1,211 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "skin/NumericDisplay.h"
+
+#include <cmath>
+
+#include "skin/Fallbacks.h"
+#include "skin/SkinElement.h"
+#include "skin/SkinFile.h"
+
+namespace quilvane
+{
+
+namespace
+{
+
+constexpr int maximumDigits = 10;
+constexpr int pixelsPerStep = 4; // of a drag
+
+double powerOfTen (int exponent)
+{
+    return std::pow (10.0, exponent);
+}
+
+double clampInto (double number, double low, double high)
+{
+    return number >= low ? juce::jmin (number, high) : low; // the lowest for what is no number
+}
+
+} // namespace
+
+void DisplayCell::paint (juce::Graphics& g)
+{
+    const auto isDark = ! isEnabled() || isBlinkedOff();
+
+    if (strip.isValid())
+        strip.draw (g, isDark ? 0 : getFrame());
+    else
+        Fallbacks::paintCell (g, getLocalBounds(), isDark, getFallbackText());
+}
+
+void NumericDisplayDigit::show (int newDigit, bool blank)
+{
+    digit = newDigit;
+    isBlank = blank;
+    repaint();
+}
+
+void NumericDisplaySign::show (bool negative)
+{
+    isNegative = negative;
+    repaint();
+}
+
+//==============================================================================
+NumericDisplay::NumericDisplay (const juce::String& controlName) : juce::Component (controlName) {}
+NumericDisplay::~NumericDisplay() = default;
+
+void NumericDisplay::readFromXml (const juce::XmlElement& element, SkinFile& skin)
+{
+    GUIController::readFromXml (element, skin);
+
+    digitsNum = juce::jlimit (1, maximumDigits, element.getIntAttribute ("digitsNum", 1));
+    readRange (element);
+    continuousControl = element.getStringAttribute ("control").equalsIgnoreCase ("continous");
+
+    if (const auto* size = element.getChildByName ("size"))
+    {
+        digitWidth = size->hasAttribute ("width") ? readSize (*size).x : digitWidth;
+        digitHeight = size->hasAttribute ("height") ? readSize (*size).y : digitHeight;
+    }
+
+    buildCells (element, skin);
+
+    if (const auto* pos = element.getChildByName ("pos"))
+        setTopLeftPosition (readPosition (*pos));
+
+    value = clampInto (value, minValue, maxValue);
+    showValue();
+}
+
+void NumericDisplay::readRange (const juce::XmlElement& element)
+{
+    // The weight of the first digit, such as 100; 1 and less count one place further down, so a skin that wants
+    // units writes 9.
+    const auto order = std::log10 (clampInto (element.getDoubleAttribute ("firstDigitOrder", 1.0), 1.0e-9, 1.0e9));
+    firstDigitOrder = static_cast<int> (order) - (order > 0.0 ? 0 : 1);
+
+    absoluteMax = powerOfTen (firstDigitOrder + 1) - powerOfTen (firstDigitOrder - digitsNum + 1);
+    absoluteMin = -absoluteMax;
+    minValue = clampInto (element.getDoubleAttribute ("minValue", absoluteMin), absoluteMin, absoluteMax);
+    maxValue = clampInto (element.getDoubleAttribute ("maxValue", absoluteMax), minValue, absoluteMax);
+}
+
+void NumericDisplay::buildCells (const juce::XmlElement& element, SkinFile& skin)
+{
+    const auto* gfx = element.getChildByName ("gfx");
+    const auto readStrip = [&] (const char* tag, int numFrames)
+    {
+        const auto* strip = gfx != nullptr ? gfx->getChildByName (tag) : nullptr;
+        return strip != nullptr ? FilmStrip (skin.getImage (strip->getStringAttribute ("resource")), numFrames)
+                                : FilmStrip();
+    };
+
+    int x = 0;
+    const auto add = [&] (DisplayCell& cell, const FilmStrip& strip)
+    {
+        cell.setStrip (strip);
+        cell.setBounds (x, 0, digitWidth, digitHeight);
+        cell.setInterceptsMouseClicks (false, false);
+        addAndMakeVisible (cell);
+        x += digitWidth;
+    };
+
+    digits.clear();
+    sign = nullptr;
+
+    if (minValue < 0.0)
+    {
+        sign = std::make_unique<NumericDisplaySign>();
+        add (*sign, readStrip ("sign", NumericDisplaySign::numFrames));
+    }
+
+    const auto strip = readStrip ("digits", NumericDisplayDigit::numFrames);
+
+    for (int i = 0; i < digitsNum; ++i)
+        add (*digits.emplace_back (std::make_unique<NumericDisplayDigit>()), strip);
+
+    setSize (x, digitHeight);
+}
+
+//==============================================================================
+void NumericDisplay::updateFromParameter (Parameter& parameter)
+{
+    setValue (static_cast<double> (parameter.getFloat()), false);
+}
+
+void NumericDisplay::setValue (double newValue, bool notify)
+{
+    newValue = clampInto (newValue, minValue, maxValue);
+
+    if (newValue == value)
+        return;
+
+    value = newValue;
+    showValue();
+
+    if (notify && getParameter() != nullptr)
+    {
+        getParameter()->setFloat (static_cast<float> (value), true);
+        notifyValueChanged();
+    }
+}
+
+double NumericDisplay::weightOf (int digitIndex) const
+{
+    return powerOfTen (firstDigitOrder - digitIndex);
+}
+
+void NumericDisplay::showValue()
+{
+    // In units of the last digit, so that 0.3 isn't shown as 0.2.
+    auto rest = static_cast<juce::int64> (std::abs (value) / weightOf (digitsNum - 1) + 1.0e-6);
+
+    for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit)
+    {
+        (*digit)->show (static_cast<int> (rest % 10), false);
+        rest /= 10;
+    }
+
+    if (sign != nullptr)
+        sign->show (value < 0.0);
+}
+
+juce::String NumericDisplay::getShownDigits() const
+{
+    juce::String text;
+
+    for (const auto& digit : digits)
+        text << (digit->isShownBlank() ? juce::String (" ") : juce::String (digit->getDigit()));
+
+    return text;
+}
+
+//==============================================================================
+void NumericDisplay::mouseDown (const juce::MouseEvent& e)
+{
+    if (! isEnabled() || e.mods.isRightButtonDown() || e.mods.isShiftDown())
+        return;
+
+    const auto cell = e.x / juce::jmax (1, digitWidth) - (sign != nullptr ? 1 : 0);
+    const auto digit = juce::jlimit (0, digitsNum - 1, cell);
+
+    dragStartValue = value;
+    dragWeight = weightOf (continuousControl ? digitsNum - 1 : digit);
+    beginGesture();
+}
+
+void NumericDisplay::mouseDrag (const juce::MouseEvent& e)
+{
+    if (dragWeight > 0.0)
+        setValue (dragStartValue - dragWeight * (e.getDistanceFromDragStartY() / pixelsPerStep), true);
+}
+
+void NumericDisplay::mouseUp (const juce::MouseEvent&)
+{
+    dragWeight = 0.0;
+    endGesture();
+}
+
+} // namespace quilvane

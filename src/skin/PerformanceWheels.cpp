@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "skin/PerformanceWheels.h"
+
+namespace quilvane
+{
+
+PitchBender::PitchBender (const juce::String& controlName) : GFXKnob (controlName)
+{
+    setRange (-1.0, 1.0, 0.0);
+    setValue (0.0, juce::dontSendNotification);
+}
+
+void PitchBender::updateFromParameter (Parameter& parameter)
+{
+    setValue (static_cast<double> (parameter.getFloat()), juce::dontSendNotification);
+}
+
+void PitchBender::valueChanged()
+{
+    sendToParameter ((static_cast<float> (getValue()) + 1.0f) * 0.5f);
+}
+
+void PitchBender::stoppedDragging()
+{
+    GFXKnob::stoppedDragging();
+
+    if (! linkMuted && getParameter() != nullptr)
+        setValue (0.0, juce::sendNotificationSync);
+}
+
+} // namespace quilvane
