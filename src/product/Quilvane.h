@@ -11,7 +11,7 @@ namespace quilvane
 {
 
 /** The product: identity texts and factories. */
-class Quilvane final : public GlassRailEffect
+class Quilvane : public GlassRailEffect
 {
 public:
     Quilvane();

@@ -16,5 +16,6 @@ juce::ConsoleApplication::Command makeRenderBankCommand();
 juce::ConsoleApplication::Command makePresetsCommand();
 juce::ConsoleApplication::Command makePlotCommand();
 juce::ConsoleApplication::Command makeScoreCommand();
+juce::ConsoleApplication::Command makeScreenshotCommand();
 
 } // namespace quilvane::host

@@ -11,10 +11,11 @@ int main (int argc, char** argv)
 
     const juce::ScopedJuceInitialiser_GUI juce;
 
-    return quilvane::runProgram (argc, argv,
-                                 { "quilvane-host",
-                                   "Does with the Quilvane 2 plug-in what a person would do in a host.\n"
-                                   "Each command tells more with --help behind it.\n",
-                                   { makeInfoCommand(), makePresetsCommand(), makeRenderCommand(),
-                                     makeRenderBankCommand(), makePlotCommand(), makeScoreCommand() } });
+    return quilvane::runProgram (
+        argc, argv,
+        { "quilvane-host",
+          "Does with the Quilvane 2 plug-in what a person would do in a host.\n"
+          "Each command tells more with --help behind it.\n",
+          { makeInfoCommand(), makePresetsCommand(), makeRenderCommand(), makeRenderBankCommand(), makePlotCommand(),
+            makeScoreCommand(), makeScreenshotCommand() } });
 }

@@ -4,6 +4,7 @@
 
 #include "Failure.h"
 #include "Options.h"
+#include "PluginFolders.h"
 #include "content/PackageFile.h"
 #include "parameters/BoundedXml.h"
 
@@ -13,20 +14,9 @@ namespace quilvane::host
 namespace
 {
 
-constexpr const char* product = "Quilvane 2";
 constexpr const char* presetTag = "Preset";
 constexpr const char* presetExtension = ".qvprs2";
 constexpr const char* packagePattern = "*Factory*.k7rpkg";
-
-/** The folder beside the plug-in if there is one, else the system's. */
-juce::File findFolder (const juce::File& pluginFile, const char* suffix, juce::File::SpecialLocationType location)
-{
-    const auto beside = pluginFile.getSiblingFile (juce::String (product) + suffix);
-
-    return beside.isDirectory()
-               ? beside
-               : juce::File::getSpecialLocation (location).getChildFile ("K7R Group").getChildFile (product);
-}
 
 juce::Array<juce::File> findFiles (const juce::File& folder, const juce::String& pattern)
 {
@@ -37,11 +27,13 @@ juce::Array<juce::File> findFiles (const juce::File& folder, const juce::String&
 
 } // namespace
 
-PresetBank::PresetBank (const juce::File& pluginFile)
+PresetBank::PresetBank (const juce::File& pluginFile) :
+    PresetBank (PluginFolders::getData (pluginFile), PluginFolders::getUser (pluginFile))
 {
-    const auto data = findFolder (pluginFile, "_data", juce::File::commonApplicationDataDirectory);
-    const auto user = findFolder (pluginFile, "_user", juce::File::userApplicationDataDirectory);
+}
 
+PresetBank::PresetBank (const juce::File& data, const juce::File& user)
+{
     if (const auto packages = findFiles (data.getChildFile ("Presets"), packagePattern); ! packages.isEmpty())
         addPackage (packages.getFirst());
 

@@ -24,6 +24,10 @@ public:
 
     explicit PresetBank (const juce::File& pluginFile);
 
+    /** @param dataFolder with "Presets" in it
+        @param userFolder with "UserStore" in it, or none */
+    PresetBank (const juce::File& dataFolder, const juce::File& userFolder);
+
     /** The factory's presets in their order, then the user's. A factory preset that the user has under the same
         name is listed twice. */
     std::vector<Entry> list() const;
