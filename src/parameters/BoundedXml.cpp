@@ -3,6 +3,7 @@
 #include "parameters/BoundedXml.h"
 
 #include <cstring>
+#include <vector>
 
 namespace quilvane
 {
@@ -12,146 +13,203 @@ namespace
 
 using Reader = juce::CharPointer_UTF8;
 
-bool startsWith (Reader text, const char* prefix)
+/** Whether a text is an XML document of the strict kind that our own writers write.
+
+    JUCE's parser goes on behind what it can't make sense of, and then reads past the end, recurses without bound or
+    never comes back. Of a document that is well formed there is only one way to read it.
+*/
+class StrictXml
 {
-    return text.compareUpTo (juce::CharPointer_ASCII (prefix), static_cast<int> (std::strlen (prefix))) == 0;
-}
+public:
+    explicit StrictXml (Reader document) : text (document) {}
 
-/** Moves past so many characters, and then behind the next occurrence of `end` or to the end of the text. */
-void skipPast (Reader& text, int opening, const char* end)
-{
-    text += opening;
-
-    while (! text.isEmpty() && ! startsWith (text, end))
-        ++text;
-
-    if (! text.isEmpty())
-        text += static_cast<int> (std::strlen (end));
-}
-
-/** Moves behind the entity whose ampersand lies before; false for one that the parser could run past the end
-    with, that it would have to look up, or that is no character. */
-bool skipEntity (Reader& text)
-{
-    for (const auto* name : { "amp;", "quot;", "apos;", "lt;", "gt;" })
+    bool isWellFormed()
     {
-        if (startsWith (text, name))
-        {
-            text += static_cast<int> (std::strlen (name));
-            return true;
-        }
+        while (! isDone)
+            if (! readNext())
+                return false;
+
+        return true;
     }
 
-    if (text.getAndAdvance() != '#')
-        return false;
-
-    const auto base = startsWith (text, "x") ? 16 : 10;
-    const auto firstDigit = base == 16 ? text + 1 : text;
-    constexpr int lastCharacter = 0x10ffff, firstSurrogate = 0xd800, lastSurrogate = 0xdfff;
-    int character = 0;
-
-    for (text = firstDigit; *text != ';'; ++text)
+private:
+    bool readNext()
     {
-        const auto digit = juce::CharacterFunctions::getHexDigitValue (*text);
-
-        if (digit < 0 || digit >= base || character > lastCharacter)
+        if (text.isEmpty())
             return false;
 
-        character = character * base + digit;
-    }
+        if (startsWith ("<!--"))
+            return skipPast (4, "-->");
 
-    ++text;
-    return character > 0 && character <= lastCharacter && ! (character >= firstSurrogate && character <= lastSurrogate);
-}
+        if (startsWith ("<?"))
+            // Text behind one among the elements would keep the parser for ever.
+            return openTags.empty() && skipPast (2, "?>");
 
-enum class Tag
-{
-    opens,
-    closesItself,
-    malformed,
-};
+        if (startsWith ("<![CDATA["))
+            return ! openTags.empty() && skipPast (9, "]]>");
 
-/** Moves behind the opening tag whose name begins here. The parser skips comments and the like inside a
-    tag; nobody writes them, so a "<" outside quotes counts as malformed. */
-Tag skipOpeningTag (Reader& text)
-{
-    juce::juce_wchar previous = 0;
+        if (startsWith ("</"))
+            return readClosingTag();
 
-    while (! text.isEmpty())
-    {
         const auto c = text.getAndAdvance();
 
-        if (c == '>')
-            return previous == '/' ? Tag::closesItself : Tag::opens;
-
         if (c == '<')
-            return Tag::malformed;
+            return readOpeningTag();
 
-        if (c == '"' || c == '\'')
-        {
-            for (auto inside = text.getAndAdvance(); inside != c; inside = text.getAndAdvance())
-                if (inside == 0 || (inside == '&' && ! skipEntity (text)))
-                    return Tag::malformed;
-        }
+        if (openTags.empty())
+            return juce::CharacterFunctions::isWhitespace (c);
 
-        previous = c;
+        return c != '&' || readEntity();
     }
 
-    return Tag::malformed;
-}
-
-/** Whether elements nest within the bound, and the parser comes to an end. It reads markup as the parser does where that decides what is an
-    opening tag; what is malformed otherwise is left to the parser. */
-bool isSafeToParse (Reader text)
-{
-    int depth = 0;
-    bool isInProlog = true;
-
-    while (! text.isEmpty())
+    bool readOpeningTag()
     {
-        if (startsWith (text, "<!--"))
-            skipPast (text, 4, "-->");
-        else if (startsWith (text, "<![CDATA["))
-            skipPast (text, 9, "]]>");
-        else if (startsWith (text, "<?"))
-        {
-            // The parser never comes to an end where text follows one among the elements.
-            if (! isInProlog)
-                return false;
+        const auto name = readName();
 
-            skipPast (text, 2, "?>");
-        }
-        else if (startsWith (text, "<!"))
+        if (name.isEmpty() || openTags.size() >= static_cast<size_t> (maximumXmlDepth))
             return false;
-        else if (startsWith (text, "</"))
+
+        for (;;)
         {
-            depth = juce::jmax (0, depth - 1);
-            skipPast (text, 2, ">");
-        }
-        else if (const auto c = text.getAndAdvance(); c == '&')
-        {
-            if (! skipEntity (text))
+            const auto hasSpace = skipWhitespace();
+
+            if (startsWith ("/>"))
+            {
+                text += 2;
+                isDone = openTags.empty();
+                return true;
+            }
+
+            if (startsWith (">"))
+            {
+                ++text;
+                openTags.push_back (name);
+                return true;
+            }
+
+            if (! hasSpace || ! readAttribute())
                 return false;
-        }
-        else if (c == '<')
-        {
-            isInProlog = false;
-
-            if (++depth > maximumXmlDepth)
-                return false;
-
-            const auto tag = skipOpeningTag (text);
-
-            if (tag == Tag::malformed)
-                return false;
-
-            if (tag == Tag::closesItself)
-                --depth;
         }
     }
 
-    return true;
-}
+    bool readAttribute()
+    {
+        if (readName().isEmpty())
+            return false;
+
+        skipWhitespace();
+
+        if (text.getAndAdvance() != '=')
+            return false;
+
+        skipWhitespace();
+        const auto quote = text.getAndAdvance();
+
+        if (quote != '"' && quote != '\'')
+            return false;
+
+        for (auto c = text.getAndAdvance(); c != quote; c = text.getAndAdvance())
+            if (c == 0 || c == '<' || (c == '&' && ! readEntity()))
+                return false;
+
+        return true;
+    }
+
+    bool readClosingTag()
+    {
+        text += 2;
+
+        if (openTags.empty() || readName() != openTags.back())
+            return false;
+
+        openTags.pop_back();
+        skipWhitespace();
+        isDone = openTags.empty();
+        return text.getAndAdvance() == '>';
+    }
+
+    /** What stands behind an ampersand: one of the five names that need no declaration, or a character's number. */
+    bool readEntity()
+    {
+        for (const auto* name : { "amp;", "quot;", "apos;", "lt;", "gt;" })
+        {
+            if (startsWith (name))
+            {
+                text += static_cast<int> (std::strlen (name));
+                return true;
+            }
+        }
+
+        if (! startsWith ("#"))
+            return false;
+
+        ++text;
+        const auto base = startsWith ("x") ? 16 : 10;
+
+        if (base == 16)
+            ++text;
+
+        constexpr int lastCharacter = 0x10ffff, firstSurrogate = 0xd800, lastSurrogate = 0xdfff;
+        int character = 0;
+
+        for (; *text != ';'; ++text)
+        {
+            const auto digit = juce::CharacterFunctions::getHexDigitValue (*text);
+
+            if (digit < 0 || digit >= base || character > lastCharacter)
+                return false;
+
+            character = character * base + digit;
+        }
+
+        ++text;
+        return character > 0 && character <= lastCharacter
+               && ! (character >= firstSurrogate && character <= lastSurrogate);
+    }
+
+    /** Letters, digits and "-._:" of ASCII; empty if there are none. */
+    juce::String readName()
+    {
+        const auto start = text;
+
+        while (*text < 128 && (juce::CharacterFunctions::isLetterOrDigit (*text) || isAnyOf (*text, "-._:")))
+            ++text;
+
+        return { start, text };
+    }
+
+    bool skipWhitespace()
+    {
+        const auto start = text;
+        text = text.findEndOfWhitespace();
+        return text != start;
+    }
+
+    /** Moves past so many characters and then behind the next `end`; false if there is none. */
+    bool skipPast (int opening, const char* end)
+    {
+        for (text += opening; ! startsWith (end); ++text)
+            if (text.isEmpty())
+                return false;
+
+        text += static_cast<int> (std::strlen (end));
+        return true;
+    }
+
+    bool startsWith (const char* prefix) const
+    {
+        return text.compareUpTo (juce::CharPointer_ASCII (prefix), static_cast<int> (std::strlen (prefix))) == 0;
+    }
+
+    static bool isAnyOf (juce::juce_wchar c, const char* characters)
+    {
+        return c != 0 && juce::CharPointer_ASCII (characters).indexOf (c) >= 0;
+    }
+
+    Reader text;
+    std::vector<juce::String> openTags;
+    bool isDone = false; // the outermost element is read; the parser doesn't look further
+};
 
 bool isValidText (const juce::String& text)
 {
@@ -166,7 +224,7 @@ bool isValidText (const juce::String& text)
 
 std::unique_ptr<juce::XmlElement> parseBoundedXml (const juce::String& text)
 {
-    return isValidText (text) && isSafeToParse (text.toUTF8()) ? juce::parseXML (text) : nullptr;
+    return isValidText (text) && StrictXml (text.toUTF8()).isWellFormed() ? juce::parseXML (text) : nullptr;
 }
 
 std::unique_ptr<juce::XmlElement> parseBoundedXmlHead (const juce::String& text)

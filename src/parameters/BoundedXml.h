@@ -12,10 +12,10 @@ namespace quilvane
 /** Parses an XML document that may come from anywhere.
 
     A document with more than maximumXmlBytes bytes of UTF-8 or with elements nested deeper than
-    maximumXmlDepth is refused, as is one with a document type declaration, with processing instructions behind
-    its first tag, or with entities but the five that need no declaration and whole numbers of characters: the
-    parser is recursive, declared entities can grow without bound, such an instruction can keep it for ever, and
-    an entity that is cut off leads it past the end of the text. None of our own documents comes near these bounds.
+    maximumXmlDepth is refused, as is one that isn't well formed, has a document type declaration, processing
+    instructions among its elements, names beyond ASCII, or entities but the five that need no declaration and
+    the numbers of characters: there JUCE's parser could recurse without bound, never come back, or read past the
+    end. None of our own documents comes near these bounds. What follows the outermost element isn't looked at.
 
     @returns null for an unreadable or refused document
 */

@@ -151,6 +151,30 @@ TEST (BoundedXml, RefusesWhatAParserCouldChokeOn)
     EXPECT_EQ (parseBoundedXml (nested (maximumXmlDepth + 1)), nullptr);
     EXPECT_EQ (parseBoundedXml (juce::String::repeatedString ("<a>", 200000)), nullptr);
 
+    for (const auto* malformed : { "",
+                                   " ",
+                                   "a",
+                                   "<",
+                                   "<a",
+                                   "<a>",
+                                   "<a/",
+                                   "</a>",
+                                   "<a></b>",
+                                   "<a b></a>",
+                                   "<a b=c/>",
+                                   "<a b='c/>",
+                                   "<a b='c'd='e'/>",
+                                   "<a b='<'/>",
+                                   "< a/>",
+                                   "<a><b></a></b>",
+                                   "<a>< /a>",
+                                   "<a><!--</a>",
+                                   "<a><![CDATA[</a>",
+                                   "x<a/>",
+                                   "<a <b/>/>",
+                                   "<a b=x'y'><?c?><?d?></a>" })
+        EXPECT_EQ (parseBoundedXml (juce::String (malformed)), nullptr) << malformed;
+
     // Markup that a scanner and a parser could read differently.
     const auto deep = [] (const juce::String& before, const juce::String& each)
     { return "<r>" + before + juce::String::repeatedString (each, 300000); };

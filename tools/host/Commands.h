@@ -17,5 +17,6 @@ juce::ConsoleApplication::Command makePresetsCommand();
 juce::ConsoleApplication::Command makePlotCommand();
 juce::ConsoleApplication::Command makeScoreCommand();
 juce::ConsoleApplication::Command makeScreenshotCommand();
+juce::ConsoleApplication::Command makeEditCommand();
 
 } // namespace quilvane::host

@@ -17,5 +17,5 @@ int main (int argc, char** argv)
           "Does with the Quilvane 2 plug-in what a person would do in a host.\n"
           "Each command tells more with --help behind it.\n",
           { makeInfoCommand(), makePresetsCommand(), makeRenderCommand(), makeRenderBankCommand(), makePlotCommand(),
-            makeScoreCommand(), makeScreenshotCommand() } });
+            makeScoreCommand(), makeScreenshotCommand(), makeEditCommand() } });
 }

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <juce_audio_basics/juce_audio_basics.h>
+
+namespace quilvane::host
+{
+
+/** The demo score played by small instruments of our own, in stereo: what "edit" plays when it's given no file. It
+    can be looped. */
+juce::AudioBuffer<float> renderDemoSound (double sampleRate);
+
+} // namespace quilvane::host
