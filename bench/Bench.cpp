@@ -15,6 +15,7 @@
 #include "core/FrameworkIds.h"
 #include "dsp/QuilvaneCore.h"
 #include "reference/ReferencePhaser.h"
+#include "EditorBench.h"
 #include "support/PluginInTest.h"
 #include "support/PortableEffect.h"
 #include "support/Signals.h"
@@ -357,6 +358,8 @@ int main (int argc, char** argv)
     home.createDirectory();
     setenv ("HOME", home.getFullPathName().toRawUTF8(), 1);
 
+    // Makes JUCE forgive the X server's complaints, as in any application with windows.
+    juce::JUCEApplicationBase::createInstance = []() -> juce::JUCEApplicationBase* { return nullptr; };
     const juce::ScopedJuceInitialiser_GUI juce;
     benchmark::Initialize (&argc, argv);
 
@@ -367,6 +370,7 @@ int main (int argc, char** argv)
     benchmark::RunSpecifiedBenchmarks (&reporter);
     reporter.printSummary();
     printSizes();
+    printEditorFigures();
     home.deleteRecursively();
     return 0;
 }

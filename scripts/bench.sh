@@ -7,4 +7,6 @@ install_packages
 build release quilvane-bench
 
 say "Measuring; leave the machine alone for a minute"
-build/release/bench/quilvane-bench "$@"
+display=()
+[ -n "${DISPLAY:-}" ] || display=(xvfb-run -a)
+"${display[@]}" build/release/bench/quilvane-bench "$@"

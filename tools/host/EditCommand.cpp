@@ -66,6 +66,9 @@ void runEdit (const juce::ArgumentList& arguments)
     const auto& files = options.requirePositional (0, 1, "at most one audio file");
     const auto seconds = options.getNumber ("--seconds", { 0.0, longestAudio }, " seconds", 0.0);
 
+    // Makes JUCE forgive the X server's complaints, as in any application with windows.
+    juce::JUCEApplicationBase::createInstance = []() -> juce::JUCEApplicationBase* { return nullptr; };
+
     if (juce::Desktop::getInstance().getDisplays().displays.isEmpty())
         throw Failure ("there is no display to open a window on");
 

@@ -4,6 +4,7 @@
 
 #include "Commands.h"
 #include "Failure.h"
+#include "MessageLoop.h"
 #include "HostedPlugin.h"
 #include "Options.h"
 #include "PresetBank.h"

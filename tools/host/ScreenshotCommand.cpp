@@ -38,6 +38,7 @@ void runScreenshot (const juce::ArgumentList& arguments)
         data.has_value() ? resolveFile (*data) : PluginFolders::getData (HostedPlugin::findFile (options));
 
     ShownPlugin shown (dataFolder, options.getValue ("--skin").value_or (""));
+    shown.open();
     auto& plugin = shown.getPlugin();
 
     if (const auto name = options.getValue ("--preset"))

@@ -3,8 +3,8 @@
 #include "ShownPlugin.h"
 
 #include "Failure.h"
+#include "MessageLoop.h"
 #include "PluginFolders.h"
-#include "Rendering.h"
 #include "core/PluginAudioProcessor.h"
 #include "editor/BasePluginEditor.h"
 #include "product/Quilvane.h"
@@ -36,6 +36,7 @@ private:
 } // namespace
 
 ShownPlugin::ShownPlugin (const juce::File& dataFolder, const juce::String& skinName) :
+    wantedSkin (skinName),
     processor (std::make_unique<PluginAudioProcessor>())
 {
     const auto& home = folder.getFile();
@@ -46,33 +47,41 @@ ShownPlugin::ShownPlugin (const juce::File& dataFolder, const juce::String& skin
         throw Failure ("cannot make the folder " + home.getFullPathName());
 
     processor->setPlugin (std::make_unique<Portable> (home));
+    const auto skins = getEditor().findSkins();
 
-    if (skinName.isNotEmpty() && ! getEditor().findSkins().contains (skinName))
-        throw Failure ("there is no skin \"" + skinName + "\" in "
+    if (skins.isEmpty() || (skinName.isNotEmpty() && ! skins.contains (skinName)))
+        throw Failure ("there is no skin" + (skinName.isEmpty() ? juce::String() : " \"" + skinName + "\"") + " in "
                        + dataFolder.getChildFile ("Skins").getFullPathName());
 
     if (skinName.isNotEmpty())
         getEditor().switchSkin (skinName);
-
-    window.reset (processor->createEditor());
-
-    if (getEditor().getSkinPanel() == nullptr)
-        throw Failure ("there is no skin in " + dataFolder.getChildFile ("Skins").getFullPathName());
-
-    if (skinName.isNotEmpty() && getEditor().getSkinName() != skinName)
-        throw Failure ("the skin \"" + skinName + "\" can't be loaded");
 
     processor->prepareToPlay (sampleRate, blockSize);
 }
 
 ShownPlugin::~ShownPlugin()
 {
-    window.reset();
+    close();
     processor.reset();
 
     // The link, not what it leads to.
     folder.getFile().getChildFile (PluginFolders::product + juce::String ("_data")).deleteFile();
     folder.getFile().deleteRecursively (false);
+}
+
+void ShownPlugin::open()
+{
+    close();
+    window.reset (processor->createEditor());
+
+    if (getEditor().getSkinPanel() == nullptr
+        || (wantedSkin.isNotEmpty() && getEditor().getSkinName() != wantedSkin))
+        throw Failure ("the skin \"" + wantedSkin + "\" can't be loaded");
+}
+
+void ShownPlugin::close()
+{
+    window.reset();
 }
 
 BasePlugin& ShownPlugin::getPlugin()

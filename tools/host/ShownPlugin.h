@@ -16,19 +16,24 @@ class PluginAudioProcessor;
 namespace quilvane::host
 {
 
-/** The plug-in's own classes with their editor in an open window that no display shows, for pictures. It has the
-    given data and a user without settings, and leaves no trace. For the message thread. */
+/** The plug-in's own classes with their editor in a window that needs no display, for pictures and for figures. It
+    has the given data and a user without settings, and leaves no trace. For the message thread. */
 class ShownPlugin
 {
 public:
     /** @param dataFolder with the folders "Skins" and "Presets"
-        @param skinName empty for the one that a new user sees. Throws a Failure if there is no such skin, or if it
-        can't be loaded. */
+        @param skinName empty for the one that a new user sees. Throws a Failure if there is no such skin. */
     ShownPlugin (const juce::File& dataFolder, const juce::String& skinName);
     ~ShownPlugin();
 
+    /** Opens the window, as hosts do, or opens it again. Throws a Failure if the skin can't be loaded. */
+    void open();
+    void close();
+
+    PluginAudioProcessor& getProcessor() { return *processor; }
     BasePlugin& getPlugin();
     BasePluginEditor& getEditor();
+    juce::Component& getWindow() { return *window; }
 
     /** Plays so much of a noise through the plug-in, and lets the editor follow. */
     void play (double seconds);
@@ -37,6 +42,7 @@ public:
 
 private:
     const juce::TemporaryFile folder;
+    const juce::String wantedSkin;
     std::unique_ptr<PluginAudioProcessor> processor;
     std::unique_ptr<juce::AudioProcessorEditor> window;
 };
