@@ -12,10 +12,10 @@
 #include <map>
 #include <string>
 
+#include "EditorBench.h"
 #include "core/FrameworkIds.h"
 #include "dsp/QuilvaneCore.h"
 #include "reference/ReferencePhaser.h"
-#include "EditorBench.h"
 #include "support/PluginInTest.h"
 #include "support/PortableEffect.h"
 #include "support/Signals.h"

@@ -77,13 +77,16 @@ void printOpening (const juce::String& skin)
 
     ShownPlugin plugin (getData(), skin);
     plugin.open();
-    const auto again = medianMs ([&]
-                                 { return elapsedMs (
-                                       [&]
-                                       {
-                                           plugin.open();
-                                           plugin.takePicture();
-                                       }); });
+    const auto again = medianMs (
+        [&]
+        {
+            return elapsedMs (
+                [&]
+                {
+                    plugin.open();
+                    plugin.takePicture();
+                });
+        });
 
     print ((skin + ", opened and painted, ms").toRawUTF8(), first);
     print ((skin + ", opened again and painted, ms").toRawUTF8(), again);

@@ -4,7 +4,7 @@
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 install_packages
-build portable Quilvane_VST quilvane_factory_bank
+build portable Quilvane_VST quilvane_factory_bank quilvane_skins
 
 say "Filling dist/"
 mkdir -p "dist/Quilvane 2_data/Presets" "dist/Quilvane 2_data/Skins"
@@ -15,5 +15,10 @@ if [ -f presets/manifest.xml ]; then
     cp "build/portable/presets/Quilvane 2 Factory.k7rpkg" "dist/.new.k7rpkg"
     mv "dist/.new.k7rpkg" "dist/Quilvane 2_data/Presets/Quilvane 2 Factory.k7rpkg"
 fi
+
+for skin in build/portable/data/Skins/*.k7rskin; do
+    cp "$skin" "dist/.new.k7rskin"
+    mv "dist/.new.k7rskin" "dist/Quilvane 2_data/Skins/$(basename "$skin")"
+done
 
 echo "The plug-in is dist/Quilvane 2.so; keep the folder \"Quilvane 2_data\" beside it."

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include <cstdlib>
 #include <iostream>
 
 #include "Commands.h"
@@ -32,6 +33,9 @@ void runScreenshot (const juce::ArgumentList& arguments)
                                         { "--skin", Options::Kind::single } });
     const auto output = resolveFile (options.requirePositional (1, 1, "one file, OUT.png")[0]);
     OutputFile::check (output);
+
+    // No display is looked for, and none that goes away can end the work.
+    setenv ("DISPLAY", ":65535", 1);
 
     const auto data = options.getValue ("--data");
     const auto dataFolder =

@@ -12,37 +12,12 @@ namespace quilvane::package
 namespace
 {
 
-constexpr int notCompressed = 0;
 constexpr int commentLengthBytes = 2; // the end record's last field
 
 /** One digest in 361 has a signature: that none of so many has one will not happen. */
 constexpr int maximumNonce = 100000;
 
-/** ZIP counts from 1980 on, in local time. It's noon, where no zone sets its clock. */
-juce::Time getFixedTime()
-{
-    return { 1980, 0, 1, 12, 0 };
-}
-
 } // namespace
-
-juce::MemoryBlock makeArchive (const std::vector<Member>& members)
-{
-    juce::ZipFile::Builder builder;
-
-    for (const auto& member : members)
-        builder.addEntry (new juce::MemoryInputStream (member.content, false), notCompressed, member.name,
-                          getFixedTime());
-
-    juce::MemoryBlock archive;
-
-    {
-        juce::MemoryOutputStream out (archive, false);
-        builder.writeToStream (out, nullptr);
-    }
-
-    return archive;
-}
 
 juce::MemoryBlock withNonce (const juce::MemoryBlock& archive, int nonce)
 {

@@ -2,23 +2,15 @@
 
 #pragma once
 
-#include <vector>
-
 #include <juce_core/juce_core.h>
+
+#include "Archive.h"
 
 namespace quilvane::package
 {
 
-/** A member of an archive. */
-struct Member
-{
-    juce::String name;
-    juce::MemoryBlock content;
-};
-
-/** A ZIP archive of members in the given order, not compressed and all of one date, so that the same members
-    give the same bytes on every machine. */
-juce::MemoryBlock makeArchive (const std::vector<Member>&);
+using tools::makeArchive;
+using tools::Member;
 
 /** The archive with a number in its comment. Readers pass over it; it's there to give the content
     another digest.

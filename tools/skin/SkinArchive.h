@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <memory>
+
+#include <juce_core/juce_core.h>
+
+#include "content/BoundedZip.h"
+
+namespace quilvane::skin
+{
+
+/** What ends the name of a skin file. */
+constexpr const char* skinExtension = ".k7rskin";
+
+/** The skin document's name within a skin. */
+constexpr const char* documentName = "skin.xml";
+
+/** A file's name as it's read by people: without the characters that a terminal would obey. */
+juce::String printable (const juce::String&);
+
+/** A skin file of all files in a folder and the folders below it, with the same bytes for the same files.
+    Throws a Failure.
+    @param name the skin's name, which the members of the container bear */
+juce::MemoryBlock packFolder (const juce::File& folder, const juce::String& name);
+
+/** Opens the content of a skin file, if the container is whole and its digest right; throws a Failure. */
+std::unique_ptr<BoundedZip> openSkin (const juce::File&);
+
+/** A member's bytes; throws a Failure. */
+juce::MemoryBlock readMember (BoundedZip&, int index);
+
+} // namespace quilvane::skin
