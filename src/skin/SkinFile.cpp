@@ -175,9 +175,10 @@ std::unique_ptr<GFXPanel> SkinFile::parseDocument (const juce::XmlElement* root)
 
 juce::Image SkinFile::getImage (const juce::String& resourceName)
 {
-    const auto data = readResource (resourceName, maximumSkinImageBytes);
-    auto image = decodeBoundedImage (data.getData(), data.getSize(), pixelsLeft);
+    const auto data = readResource (resourceName, juce::jmin (maximumSkinImageBytes, imageBytesLeft));
+    imageBytesLeft -= static_cast<juce::int64> (data.getSize());
 
+    auto image = decodeBoundedImage (data.getData(), data.getSize(), pixelsLeft);
     pixelsLeft -= static_cast<juce::int64> (image.getWidth()) * image.getHeight();
     return image;
 }
