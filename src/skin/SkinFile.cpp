@@ -6,6 +6,7 @@
 
 #include "core/BasePlugin.h"
 #include "parameters/BoundedXml.h"
+#include "skin/BoundedFont.h"
 #include "skin/BoundedImage.h"
 #include "skin/GFXPanel.h"
 
@@ -194,12 +195,7 @@ juce::Typeface::Ptr SkinFile::getTypeface (const juce::String& typefaceName, boo
         {
             const auto data = readResource (font.fileName, maximumSkinFontBytes);
 
-            if (! data.isEmpty())
-                font.typeface = juce::Typeface::createSystemTypefaceFor (data.getData(), data.getSize());
-
-            // What is no font gives a typeface without a name.
-            if (font.typeface != nullptr && font.typeface->getName().isEmpty())
-                font.typeface = nullptr;
+            font.typeface = createBoundedTypeface (data.getData(), data.getSize());
         }
 
         if (font.typeface != nullptr)
