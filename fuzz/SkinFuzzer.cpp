@@ -42,7 +42,9 @@ juce::String makeImageDocument()
         controls << "<" << tag << " name=\"x\" background=\"i\"><gfx resource=\"i\" framesNum=\"3\" fontHeight=\"4\"/>"
                  << "<size width=\"9\" height=\"9\"/></" << tag << ">";
 
-    return test::makeDocument ({}, "<size width=\"64\" height=\"64\"/><controls>" + controls + "</controls>");
+    return "<PluginEditor><Fonts><font typeface=\"Face\" file=\"i\"/></Fonts>"
+           + test::makeDocument ({}, "<size width=\"64\" height=\"64\"/><controls>" + controls + "</controls>")
+                 .fromFirstOccurrenceOf (">", false, false);
 }
 
 juce::MemoryBlock makeSkin (int kind, const juce::MemoryBlock& bytes)

@@ -25,10 +25,9 @@ bool canBeRead (const void* data, size_t numBytes)
     if (numBytes == 0 || FT_Init_FreeType (&library) != 0)
         return false;
 
-    const auto isGood = FT_New_Memory_Face (library, static_cast<const FT_Byte*> (data),
-                                            static_cast<FT_Long> (numBytes), 0, &face)
-                            == 0
-                        && isUsable (face);
+    const auto isGood =
+        FT_New_Memory_Face (library, static_cast<const FT_Byte*> (data), static_cast<FT_Long> (numBytes), 0, &face) == 0
+        && isUsable (face);
     FT_Done_FreeType (library); // and the face with it
     return isGood;
 }

@@ -30,14 +30,13 @@ private:
     {
     public:
         explicit LF (const GFXSwitch& control) : owner (control) {}
-        
+
         /** At least one pixel of travel is left. */
         int getSliderThumbRadius (juce::Slider&) override
         {
             const auto length = owner.isHorizontal() ? owner.getWidth() : owner.getHeight();
             return juce::jlimit (0, juce::jmax (0, (length - 1) / 2), owner.thumb);
         }
-
 
     private:
         const GFXSwitch& owner;

@@ -15,12 +15,18 @@ public:
     {
         start = position;
         flags = modifiers;
+        juce::ModifierKeys::currentModifiers = juce::ModifierKeys (modifiers); // which buttons look at by themselves
         component.mouseEnter (event (position, false));
         component.mouseDown (event (position, false));
     }
 
     void drag (juce::Point<int> position) { component.mouseDrag (event (position, true)); }
-    void release (juce::Point<int> position) { component.mouseUp (event (position, position != start)); }
+
+    void release (juce::Point<int> position)
+    {
+        component.mouseUp (event (position, position != start));
+        juce::ModifierKeys::currentModifiers = {};
+    }
 
     /** A press and a release in the middle. */
     void click (int modifiers = juce::ModifierKeys::leftButtonModifier)

@@ -42,7 +42,8 @@ inline juce::MemoryBlock makeSkinFile (const juce::String& name, const juce::Mem
 /** A document whose main panel has these attributes and children. */
 inline juce::String makeDocument (const juce::String& panelAttributes, const juce::String& panelContent)
 {
-    return "<PluginEditor><Panel name=\"MainPanel\" " + panelAttributes + ">" + panelContent + "</Panel></PluginEditor>";
+    return "<PluginEditor><Panel name=\"MainPanel\" " + panelAttributes + ">" + panelContent
+           + "</Panel></PluginEditor>";
 }
 
 inline juce::MemoryBlock pngBytes (const juce::Image& image)
