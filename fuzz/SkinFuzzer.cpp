@@ -115,7 +115,7 @@ void paint (GFXPanel& panel)
 
 int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
 {
-    if (size == 0)
+    if (size < 2)
         return 0;
 
     auto& plugin = getFuzzedPlugin();
