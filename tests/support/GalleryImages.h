@@ -57,7 +57,7 @@ public:
                                        drawRocker (g, area.removeFromLeft (32), area, "<", ">", frame == 0, frame == 2);
                                    }));
         add ("font", drawFont (9, 16, 13.0f, dark, accent));
-        add ("caption", drawFont (7, 14, 11.0f, juce::Colours::transparentBlack, light));
+        add ("caption", drawFont (7, 14, 11.0f, juce::Colours::transparentBlack, juce::Colours::white));
         add ("sign", drawCells ({ " ", "-" }));
         add ("digits", drawCells (withDigits ({})));
         add ("notes", drawCells ({ " ", "C", "D", "E", "F", "G", "A", "B", "-" }));
@@ -222,7 +222,8 @@ private:
                               const auto character = static_cast<juce::juce_wchar> (' ' + frame % numGlyphs);
                               g.setColour (atCaret ? ink : ground);
                               g.fillRect (area);
-                              drawText (g, area, juce::String::charToString (character), size, atCaret ? ground : ink);
+                              drawText (g, area.expanded (width, 0), juce::String::charToString (character), size,
+                                        atCaret ? ground : ink);
                           });
     }
 };
