@@ -2,6 +2,8 @@
 
 // What displays show for a value or a text, and how a text is edited.
 
+#include <cstdlib>
+
 #include "skin/GFXAnimation.h"
 #include "skin/GFXDisplay.h"
 #include "skin/NoteDisplay.h"
@@ -287,8 +289,9 @@ TEST_F (TextDisplays, OnlyEditOnALeftClickOfOneThatMayBeWritten)
 
 TEST_F (TextDisplays, LieInAWindowOfTheirOwnWhileTheyAreEdited)
 {
-    if (juce::Desktop::getInstance().getDisplays().displays.isEmpty())
-        GTEST_SKIP() << "there is no display";
+    // Without a window manager JUCE's windows end the program, so this has to be asked for.
+    if (std::getenv ("QUILVANE_DESKTOP_TESTS") == nullptr)
+        GTEST_SKIP() << "set QUILVANE_DESKTOP_TESTS on a display with a window manager";
 
     buildOne ("Display", {}, "<pos left=\"20\" top=\"30\"/>" + size (60, 16));
     panel->setVisible (true);
@@ -300,7 +303,7 @@ TEST_F (TextDisplays, LieInAWindowOfTheirOwnWhileTheyAreEdited)
     {
         Mouse (edited).click();
         ASSERT_TRUE (edited.isOnDesktop()) << i;
-        type ("x");
+        edited.keyPressed ({ 'x', juce::ModifierKeys(), 'x' });
         edited.keyPressed (juce::KeyPress (juce::KeyPress::returnKey));
         EXPECT_FALSE (edited.isOnDesktop());
         EXPECT_EQ (edited.getParentComponent(), panel.get());
