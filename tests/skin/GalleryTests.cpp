@@ -9,6 +9,7 @@
 
 #include "parameters/BoundedXml.h"
 #include "skin/DefaultLookAndFeel.h"
+#include "skin/GFXAnimation.h"
 #include "support/GalleryImages.h"
 #include "support/SkinInTest.h"
 
@@ -171,6 +172,26 @@ TEST_F (Gallery, NamesOnlyImagesThatAreDrawn)
 
     for (const auto& text : juce::StringArray::fromTokens (readDocument(), "\"", {}))
         EXPECT_TRUE (drawn.contains (text) || ! text.endsWith (".png")) << text;
+}
+
+TEST_F (Gallery, TheExampleOfTheReferenceWorks)
+{
+    const auto page = readBoundedText (folder().getChildFile ("../../docs/skins.md"));
+    const auto document =
+        page.fromFirstOccurrenceOf ("```xml", false, false).upToFirstOccurrenceOf ("```", false, false);
+    panel = buildDocument (document);
+    ASSERT_NE (panel, nullptr);
+    EXPECT_EQ (panel->getBounds(), juce::Rectangle<int> (300, 140));
+    panel->addListener (&log);
+
+    Mouse (component ("Feedback")).dragBy ({ 0, -125 });
+    EXPECT_NEAR (parameter ("Feedback").getNormalised(), 0.5, 1.0e-6);
+    Mouse (component ("Stages")).press ({ 90, 10 });
+    EXPECT_EQ (parameter ("Stages Number").getInt(), 3);
+    log.take();
+    Mouse (component ("Init")).click();
+    EXPECT_EQ (log.take(), juce::String (eventId ("Restore Default Preset")));
+    EXPECT_NE (dynamic_cast<GFXAnimation*> (&component ("LFO1Value")), nullptr);
 }
 
 TEST_F (Gallery, UsesTheWholeVocabulary)
