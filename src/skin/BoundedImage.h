@@ -9,7 +9,7 @@ namespace quilvane
 
 /** Decodes a PNG, JPEG or GIF image that may come from anywhere.
 
-    Decoders allocate by the size that the file's header claims, so the header is read here first.
+    Sizes are bounded before anything is allocated, and the decoders behind it stop at the first fault.
 
     @param maximumPixels what the caller has room for; 4 bytes each
     @returns an invalid image for one that is damaged, larger than that, or of another format

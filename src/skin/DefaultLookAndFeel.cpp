@@ -95,9 +95,13 @@ juce::Typeface::Ptr DefaultLookAndFeel::getEmbeddedTypeface()
 
 juce::Typeface::Ptr DefaultLookAndFeel::getTypefaceForFont (const juce::Font& font)
 {
-    return font.getTypefaceName() == juce::Font::getDefaultSansSerifFontName()
-               ? getEmbeddedTypeface()
-               : DefaultSliderLAF::getTypefaceForFont (font);
+    static const auto installed = juce::Font::findAllTypefaceNames();
+    const auto name = font.getTypefaceName();
+
+    // What the machine hasn't doesn't give any other of its fonts; JUCE's own placeholders stand in brackets.
+    const auto isOurs =
+        name == juce::Font::getDefaultSansSerifFontName() || ! (name.startsWithChar ('<') || installed.contains (name));
+    return isOurs ? getEmbeddedTypeface() : DefaultSliderLAF::getTypefaceForFont (font);
 }
 
 //==============================================================================

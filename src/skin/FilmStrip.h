@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include <juce_graphics/juce_graphics.h>
+#include "skin/SkinElement.h"
 
 namespace quilvane
 {
@@ -15,11 +15,12 @@ class FilmStrip
 public:
     FilmStrip() = default;
 
-    /** Rows that are left over below the last frame aren't used. Without room for the frames, or with none,
-        the strip is invalid. */
+    /** Rows that are left over below the last frame aren't used. Without room for the frames, with none, or with
+        frames that are larger than a control may be, the strip is invalid. */
     FilmStrip (const juce::Image& stripImage, int numFrames) : frames (numFrames)
     {
-        if (stripImage.isValid() && numFrames >= 1 && numFrames <= stripImage.getHeight())
+        if (stripImage.isValid() && numFrames >= 1 && numFrames <= stripImage.getHeight()
+            && stripImage.getHeight() / numFrames <= maximumControlSize && stripImage.getWidth() <= maximumControlSize)
         {
             image = stripImage;
             height = stripImage.getHeight() / numFrames;

@@ -68,6 +68,9 @@ void GFXDisplay::updateFromParameter (Parameter& parameter)
 
 void GFXDisplayFloat::updateFromParameter (Parameter& parameter)
 {
+    if (isBeingEdited())
+        return;
+
     juce::String number (parameter.getFloat());
     const auto numVisible = getWidth() / juce::jmax (1, getGlyphWidth());
 
@@ -90,13 +93,16 @@ void GFXDisplay::mouseDown (const juce::MouseEvent& e)
     if (! isEnabled() || e.mods.isRightButtonDown() || e.mods.isShiftDown())
         return;
 
-    isEditing = true;
-    grabKeyboardFocus();
+    if (! isEditing)
+        startEditing();
+
+    if (isShowing())
+        grabKeyboardFocus();
 }
 
 void GFXDisplay::focusGained (FocusChangeType cause)
 {
-    if (isEnabled() && cause == focusChangedDirectly && ! isTimerRunning())
+    if (isEnabled() && cause == focusChangedDirectly && ! isEditing)
         startEditing();
 }
 
@@ -108,7 +114,7 @@ void GFXDisplay::startEditing()
     editStartText = text;
     startTimer (caretIntervalMs);
 
-    if (homeParent == nullptr && getParentComponent() != nullptr)
+    if (homeParent == nullptr && getParentComponent() != nullptr && isShowing())
     {
         homeParent = getParentComponent();
         homeBounds = getBounds();
@@ -149,6 +155,9 @@ void GFXDisplay::stopEditing()
     stopTimer();
     isEditing = false;
     caretPosition = firstVisible = 0;
+
+    // Else the next click would be none that gains it.
+    giveAwayKeyboardFocus();
 
     if (auto* parent = homeParent.getComponent())
     {

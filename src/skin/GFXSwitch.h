@@ -30,7 +30,13 @@ private:
     {
     public:
         explicit LF (const GFXSwitch& control) : owner (control) {}
-        int getSliderThumbRadius (juce::Slider&) override { return owner.thumb; }
+
+        /** At least one pixel of travel is left. */
+        int getSliderThumbRadius (juce::Slider&) override
+        {
+            const auto length = owner.isHorizontal() ? owner.getWidth() : owner.getHeight();
+            return juce::jlimit (0, juce::jmax (0, (length - 1) / 2), owner.thumb);
+        }
 
     private:
         const GFXSwitch& owner;

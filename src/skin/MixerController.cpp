@@ -12,6 +12,9 @@ void MixerController::readFromXml (const juce::XmlElement& element, SkinFile& sk
 {
     background = skin.getImage (element.getStringAttribute ("background"));
 
+    if (background.getWidth() > maximumControlSize || background.getHeight() > maximumControlSize)
+        background = {};
+
     if (background.isValid())
         setSize (background.getWidth(), background.getHeight());
     else if (const auto* size = element.getChildByName ("size"))

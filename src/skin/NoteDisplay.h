@@ -29,6 +29,7 @@ public:
     /** What the cells show, as their fallbacks do: "C#5". */
     juce::String getShownText() const;
 
+    void enablementChanged() override { repaint(); }
     void paint (juce::Graphics&) override;
 
 private:

@@ -21,6 +21,7 @@ public:
         repaint();
     }
 
+    void enablementChanged() override { repaint(); }
     void paint (juce::Graphics&) override;
 
 protected:

@@ -6,6 +6,7 @@
 
 #include "core/BasePlugin.h"
 #include "parameters/BoundedXml.h"
+#include "skin/BoundedFont.h"
 #include "skin/BoundedImage.h"
 #include "skin/GFXPanel.h"
 
@@ -175,9 +176,10 @@ std::unique_ptr<GFXPanel> SkinFile::parseDocument (const juce::XmlElement* root)
 
 juce::Image SkinFile::getImage (const juce::String& resourceName)
 {
-    const auto data = readResource (resourceName, maximumSkinImageBytes);
-    auto image = decodeBoundedImage (data.getData(), data.getSize(), pixelsLeft);
+    const auto data = readResource (resourceName, juce::jmin (maximumSkinImageBytes, imageBytesLeft));
+    imageBytesLeft -= static_cast<juce::int64> (data.getSize());
 
+    auto image = decodeBoundedImage (data.getData(), data.getSize(), pixelsLeft);
     pixelsLeft -= static_cast<juce::int64> (image.getWidth()) * image.getHeight();
     return image;
 }
@@ -193,12 +195,7 @@ juce::Typeface::Ptr SkinFile::getTypeface (const juce::String& typefaceName, boo
         {
             const auto data = readResource (font.fileName, maximumSkinFontBytes);
 
-            if (! data.isEmpty())
-                font.typeface = juce::Typeface::createSystemTypefaceFor (data.getData(), data.getSize());
-
-            // What is no font gives a typeface without a name.
-            if (font.typeface != nullptr && font.typeface->getName().isEmpty())
-                font.typeface = nullptr;
+            font.typeface = createBoundedTypeface (data.getData(), data.getSize());
         }
 
         if (font.typeface != nullptr)

@@ -15,6 +15,22 @@ namespace quilvane
 class BasePlugin;
 class GFXPanel;
 
+/** A skin of 1000 x 620 pixels with strips of 101 frames takes 5 MiB. */
+constexpr juce::int64 maximumSkinBytes = 64LL * 1024 * 1024;
+constexpr int maximumSkinEntries = 2048;
+constexpr juce::int64 maximumSkinImageBytes = 32LL * 1024 * 1024;
+
+/** Of all images that are read, as files: each control that names one reads it anew. */
+constexpr juce::int64 maximumSkinImageReads = 256LL * 1024 * 1024;
+
+constexpr juce::int64 maximumSkinFontBytes = 8LL * 1024 * 1024;
+
+/** Of all images that a panel holds, 4 bytes each; a skin of the size above holds 14 million. */
+constexpr juce::int64 maximumSkinPixels = 48LL * 1024 * 1024;
+
+constexpr int maximumSkinControls = 2000;
+constexpr size_t maximumSkinFonts = 64;
+
 /** A font file that a skin carries. */
 struct SkinFont
 {
@@ -105,19 +121,8 @@ private:
 
     std::vector<SkinFont> fonts;
     juce::int64 pixelsLeft;
+    juce::int64 imageBytesLeft = maximumSkinImageReads;
     int controlsLeft;
 };
-
-/** A skin of 1000 x 620 pixels with strips of 101 frames takes 5 MiB. */
-constexpr juce::int64 maximumSkinBytes = 64LL * 1024 * 1024;
-constexpr int maximumSkinEntries = 2048;
-constexpr juce::int64 maximumSkinImageBytes = 32LL * 1024 * 1024;
-constexpr juce::int64 maximumSkinFontBytes = 8LL * 1024 * 1024;
-
-/** Of all images that a panel holds, 4 bytes each; a skin of the size above holds 14 million. */
-constexpr juce::int64 maximumSkinPixels = 48LL * 1024 * 1024;
-
-constexpr int maximumSkinControls = 2000;
-constexpr size_t maximumSkinFonts = 64;
 
 } // namespace quilvane

@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// Reads the bytes behind the first one as a skin's document ('0'), as an image of every control ('1'), as the
+// content archive of a skin file ('2'), or as a skin file ('3'), which no fuzzer could sign with its digest. Then it
+// builds the panel, paints it, and does to each control what a user may do.
+
+#include "FuzzedPlugin.h"
+#include "skin/GFXDisplay.h"
+#include "skin/GFXPanel.h"
+#include "skin/NumericDisplay.h"
+#include "skin/SkinElement.h"
+#include "skin/SkinFile.h"
+#include "support/Mouse.h"
+#include "support/SkinBytes.h"
+
+extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size);
+
+namespace
+{
+
+using namespace quilvane;
+using test::SkinMembers;
+
+constexpr auto skinName = "Fuzzed";
+constexpr int canvasSize = 128; // what is painted; panels may be much larger
+
+/** The images that documents can name. */
+const SkinMembers& getImages()
+{
+    static const SkinMembers images { { "one.png", test::pngBytes (test::makeStrip (6, 6, 1)) },
+                                      { "strip.png", test::pngBytes (test::makeStrip (6, 5, 24)) } };
+    return images;
+}
+
+/** Every control that shows an image, with the same one. */
+juce::String makeImageDocument()
+{
+    juce::String controls;
+
+    for (const auto* tag : { "Knob", "Switch", "Animation", "Button", "ToggleButton", "MultiStateButton", "Display",
+                             "Rocker", "Panel", "MidiChannelDisplay", "PitchBender", "ImageComboBox", "Mixer" })
+        controls << "<" << tag << " name=\"x\" background=\"i\"><gfx resource=\"i\" framesNum=\"3\" fontHeight=\"4\"/>"
+                 << "<size width=\"9\" height=\"9\"/></" << tag << ">";
+
+    return "<PluginEditor><Fonts><font typeface=\"Face\" file=\"i\"/></Fonts>"
+           + test::makeDocument ({}, "<size width=\"64\" height=\"64\"/><controls>" + controls + "</controls>")
+                 .fromFirstOccurrenceOf (">", false, false);
+}
+
+juce::MemoryBlock makeSkin (int kind, const juce::MemoryBlock& bytes)
+{
+    if (kind == 3)
+        return bytes;
+
+    if (kind == 2)
+        return test::makeSkinFile (skinName, bytes);
+
+    auto members = getImages();
+    members.emplace_back ("skin.xml", kind == 0 ? bytes : test::textBytes (makeImageDocument()));
+    members.emplace_back ("i", bytes);
+    return test::makeSkinFile (skinName, test::makeZip (members));
+}
+
+void require (bool condition)
+{
+    if (! condition)
+        std::abort();
+}
+
+void pressKeys (GFXDisplay& display)
+{
+    for (const auto code :
+         { juce::KeyPress::leftKey, juce::KeyPress::backspaceKey, juce::KeyPress::deleteKey, juce::KeyPress::homeKey,
+           juce::KeyPress::endKey, juce::KeyPress::rightKey, juce::KeyPress::escapeKey })
+    {
+        display.keyPressed ({ 'x', juce::ModifierKeys(), 'x' });
+        display.keyPressed (juce::KeyPress (code));
+    }
+
+    require (! display.isBeingEdited());
+}
+
+/** Presses, drags and releases, with and without Ctrl. */
+void useControls (juce::Component& component)
+{
+    constexpr int mostCells = 11; // of a number: a sign and ten digits
+
+    require (component.getWidth() <= mostCells * maximumControlSize && component.getHeight() <= maximumControlSize);
+
+    for (const auto modifiers : { 0, static_cast<int> (juce::ModifierKeys::ctrlModifier) })
+    {
+        Mouse mouse (component);
+        mouse.press ({ 1, 1 }, juce::ModifierKeys::leftButtonModifier | modifiers);
+
+        if (auto* display = dynamic_cast<GFXDisplay*> (&component))
+            pressKeys (*display);
+
+        mouse.drag ({ 3, component.getHeight() + 40 });
+        mouse.drag ({ component.getWidth() - 1, -30 });
+        mouse.release ({ component.getWidth() / 2, component.getHeight() / 2 });
+    }
+
+    for (auto* child : component.getChildren())
+        useControls (*child);
+}
+
+void paint (GFXPanel& panel)
+{
+    juce::Image canvas (juce::Image::ARGB, canvasSize, canvasSize, true);
+    juce::Graphics g (canvas);
+    panel.paintEntireComponent (g, true);
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
+{
+    if (size < 2)
+        return 0;
+
+    auto& plugin = getFuzzedPlugin();
+    const auto skinBytes = makeSkin (data[0] % 4, { data + 1, size - 1 });
+    SkinFile skin (plugin.get(), skinName, skinBytes.getData(), skinBytes.getSize());
+
+    // What the page of skins reads, and what no document of this harness asks for.
+    skin.getImage (SkinFile::thumbnailName);
+
+    if (const auto panel = skin.loadEditorPanel())
+    {
+        skin.getTypeface ("Face", false);
+        paint (*panel);
+        useControls (*panel);
+        paint (*panel);
+
+        for (auto* child : panel->getChildren())
+            child->setEnabled (false);
+
+        paint (*panel);
+        panel->endPendingGesture();
+    }
+
+    plugin.check();
+    return 0;
+}
