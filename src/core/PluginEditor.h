@@ -14,7 +14,7 @@ namespace quilvane
 class PluginEditor : public juce::Component
 {
 public:
-    /** Once, when the plug-in stands: takes its settings and starts its timer. */
+    /** Once, when the plug-in stands and the settings are loaded: chooses the skin and starts the timer. */
     virtual void start() = 0;
 
     /** The host opened a window with the editor in it. What isn't loaded yet is loaded now. */

@@ -2,6 +2,8 @@
 
 #include "editor/BasePluginEditor.h"
 
+#include <new>
+
 #include "core/BasePlugin.h"
 #include "core/FrameworkIds.h"
 #include "skin/GFXAnimation.h"
@@ -52,22 +54,21 @@ BasePluginEditor::BasePluginEditor (BasePlugin& owner, bool loadsSkinFiles) :
     usesSkinFiles (loadsSkinFiles),
     tooltipWindow (this, tooltipDelayMs)
 {
-    setLookAndFeel (&lookAndFeel);
+    auto& look = sharedLook->look;
     setOpaque (true);
     addAndMakeVisible (statusBar);
+    setLookAndFeel (&look);
 
     buildLabel.setText (makeBuildText(), juce::dontSendNotification);
     buildLabel.setJustificationType (juce::Justification::centredRight);
-    buildLabel.setFont (lookAndFeel.getStatusBarFont());
-    buildLabel.setColour (juce::Label::textColourId, lookAndFeel.findColour (DefaultLookAndFeel::statusBarTextId));
+    buildLabel.setFont (look.getStatusBarFont());
+    buildLabel.setColour (juce::Label::textColourId, look.findColour (DefaultLookAndFeel::statusBarTextId));
+    buildLabel.setColour (juce::Label::backgroundColourId, look.findColour (DefaultLookAndFeel::statusBarBackgroundId));
     buildLabel.addMouseListener (this, false);
     addChildComponent (buildLabel);
     buildLabel.setVisible (! plugin.getReleaseChannel().equalsIgnoreCase ("master"));
 
     setPanelSize (initialWidth, initialHeight);
-
-    if (! usesSkinFiles)
-        loadSkin ({});
 }
 
 BasePluginEditor::~BasePluginEditor()
@@ -76,15 +77,19 @@ BasePluginEditor::~BasePluginEditor()
     cancelPendingUpdate();
     plugin.getParameters().removeFromAll (this);
     buildLabel.removeMouseListener (this);
+
+    if (skinPanel != nullptr)
+        skinPanel->endPendingGesture();
+
     skinPanel.reset();
     setLookAndFeel (nullptr);
 }
 
 void BasePluginEditor::start()
 {
-    isStarted = true;
-
-    if (usesSkinFiles)
+    if (! usesSkinFiles)
+        loadSkin ({});
+    else
     {
         // A name that was kept stands if there is such a skin.
         const auto skins = findSkins();
@@ -209,14 +214,13 @@ void BasePluginEditor::switchSkin (const juce::String& name)
     if (name.equalsIgnoreCase (getSkinName()))
         return;
 
-    // Before the start it's what the settings say, and the start looks whether there is such a skin.
-    if (isStarted && ! findSkins().contains (name))
-        return;
-
     setWantedSkin (name);
 
     if (! openedOnce)
         return;
+
+    if (skinPanel != nullptr)
+        skinPanel->setVisible (false);
 
     statusBar.showMessage ("Loading skin...", 0, stays);
 
@@ -237,29 +241,54 @@ void BasePluginEditor::loadWantedSkin()
 {
     const auto wanted = getSkinName();
 
-    if (skinPanel != nullptr && wanted == loadedSkin)
+    if (skinPanel == nullptr || wanted != loadedSkin)
+    {
+        const auto skins = findSkins();
+        const auto index = skins.indexOf (wanted, true);
+        auto isLoaded = loadSkin (index >= 0 ? skins[index] : wanted);
+
+        // With no panel to go back to, any skin is better than none.
+        if (! isLoaded && skinPanel == nullptr)
+            for (const auto& name : skins)
+                if (isLoaded = name != wanted && loadSkin (name); isLoaded)
+                    break;
+
+        // Another thread may want another one by now.
+        const juce::ScopedLock scope (skinNameLock);
+
+        if (wantedSkin == wanted)
+            wantedSkin = loadedSkin;
+    }
+
+    if (skinPanel == nullptr)
         return;
 
-    auto isLoaded = loadSkin (wanted);
+    skinPanel->setVisible (true);
+    statusBar.clearMessage();
+}
 
-    // With no panel to go back to, any skin is better than none.
-    if (! isLoaded && skinPanel == nullptr)
-        for (const auto& name : findSkins())
-            if (isLoaded = name != wanted && loadSkin (name); isLoaded)
-                break;
+std::unique_ptr<GFXPanel> BasePluginEditor::readPanel (const juce::String& name) const
+{
+    try
+    {
+        SkinFile skin (plugin, usesSkinFiles ? SkinFile::Source::file : SkinFile::Source::builtIn, name,
+                       getSkinsFolder());
+        auto panel = skin.loadEditorPanel();
 
-    setWantedSkin (loadedSkin);
-
-    if (skinPanel != nullptr)
-        statusBar.clearMessage();
+        // A window of no size is of no use.
+        return panel != nullptr && ! panel->getBounds().isEmpty() ? std::move (panel) : nullptr;
+    }
+    catch (const std::bad_alloc&)
+    {
+        return nullptr; // hosts expect no exceptions
+    }
 }
 
 bool BasePluginEditor::loadSkin (const juce::String& name)
 {
-    SkinFile skin (plugin, usesSkinFiles ? SkinFile::Source::file : SkinFile::Source::builtIn, name, getSkinsFolder());
-    auto panel = skin.loadEditorPanel();
+    auto panel = readPanel (name);
 
-    if (panel == nullptr || panel->getBounds().isEmpty())
+    if (panel == nullptr)
         return false;
 
     loadedSkin = name;
@@ -269,19 +298,31 @@ bool BasePluginEditor::loadSkin (const juce::String& name)
 
 void BasePluginEditor::showPanel (std::unique_ptr<GFXPanel> panel)
 {
+    if (auto* shown = floatingLayer.getShown())
+        floatingLayer.hide (*shown, nullptr);
+
+    if (skinPanel != nullptr)
+        skinPanel->endPendingGesture();
+
+    skinUnloading();
     skinPanel = std::move (panel);
     addAndMakeVisible (*skinPanel);
     skinPanel->setTopLeftPosition (0, 0);
-    setPanelSize (skinPanel->getWidth(), skinPanel->getHeight());
-
     skinPanel->addListener (this);
     skinPanel->addMouseListener (this, true);
 
-    midiLearnButton = findControl ("MidiLearnButton");
-    presetNameDisplay = findControl ("PresetNameDisplay");
-    midiActivityDisplay = findControl ("MIDIActivity");
-
+    setPanelSize (skinPanel->getWidth(), skinPanel->getHeight());
     skinLoaded();
+}
+
+void BasePluginEditor::skinUnloading()
+{
+    midiActivityDisplay = nullptr;
+}
+
+void BasePluginEditor::skinLoaded()
+{
+    midiActivityDisplay = findControlOf<GFXAnimation> ("MIDIActivity");
 }
 
 //==============================================================================
@@ -340,9 +381,8 @@ void BasePluginEditor::timerCallback()
 
 void BasePluginEditor::timerTick (bool isShown)
 {
-    if (auto* display = dynamic_cast<GFXAnimation*> (midiActivityDisplay); display != nullptr && isShown)
-        if (plugin.getMidiControlMap().takeActivity())
-            display->flash (activityMs);
+    if (midiActivityDisplay != nullptr && isShown && plugin.getMidiControlMap().takeActivity())
+        midiActivityDisplay->flash (activityMs);
 }
 
 GUIController* BasePluginEditor::findController (juce::Component* component) const
@@ -417,7 +457,7 @@ void BasePluginEditor::controllerEvent (GUIController& controller, int eventId)
     if (eventId == eventIds::restoreCurrentPreset && plugin.hasPresets())
         return plugin.loadPreset (plugin.getCurrentPreset());
 
-    if (eventId == eventIds::toggleMidiLearn)
+    if (eventId == eventIds::toggleMidiLearn && plugin.hasPresets())
         return;
 
     plugin.actionHook (eventId);

@@ -15,6 +15,7 @@ namespace quilvane
 {
 
 class BasePlugin;
+class GFXAnimation;
 
 /** The top of every product's user interface: it holds the skin's panel and the status bar, loads and switches the
     skin, and turns what controls report into operations of the plug-in.
@@ -44,10 +45,10 @@ public:
     void loadState (const juce::XmlElement& parent) override;
 
     //==============================================================================
-    /** The names of the skins that are installed, sorted. */
+    /** The names of the skins that are installed, sorted; the first one is what a new user sees. */
     juce::StringArray findSkins() const;
 
-    /** Takes another skin: now, or when a window first opens. One that can't be loaded leaves the present one. */
+    /** Takes another skin: soon, or when a window first opens. One that can't be loaded leaves the present one. */
     void switchSkin (const juce::String& name);
 
     /** The skin that is shown, or will be. */
@@ -75,8 +76,12 @@ public:
     void paint (juce::Graphics&) override;
 
 protected:
-    /** A panel has been loaded, and the pointers into the last one hold no more. */
-    virtual void skinLoaded() {}
+    /** The panel is about to go, and with it every control that was found in it. The host may run messages between
+        this and skinLoaded(), because its window changes its size. */
+    virtual void skinUnloading();
+
+    /** A new panel is shown, and its controls can be found. */
+    virtual void skinLoaded();
 
     /** Every 25 ms.
         @param isShown whether somebody can see the editor */
@@ -103,6 +108,7 @@ protected:
     int getStatusBarHeight() const;
 
 private:
+    std::unique_ptr<GFXPanel> readPanel (const juce::String& name) const;
     bool loadSkin (const juce::String& name);
     void loadWantedSkin();
     void showPanel (std::unique_ptr<GFXPanel>);
@@ -120,7 +126,16 @@ private:
     BasePlugin& plugin;
     const bool usesSkinFiles;
 
-    DefaultLookAndFeel lookAndFeel;
+    /** All editors share one look, which is JUCE's default while there are editors: fonts ask no other. */
+    struct SharedLook
+    {
+        SharedLook() { juce::LookAndFeel::setDefaultLookAndFeel (&look); }
+        ~SharedLook() { juce::LookAndFeel::setDefaultLookAndFeel (nullptr); }
+
+        DefaultLookAndFeel look;
+    };
+
+    juce::SharedResourcePointer<SharedLook> sharedLook;
     StatusBar statusBar;
     juce::TooltipWindow tooltipWindow;
     juce::Label buildLabel;
@@ -130,14 +145,11 @@ private:
     juce::String wantedSkin;
     juce::String loadedSkin;
     bool openedOnce = false;
-    bool isStarted = false;
     bool presetChangeWarning = true;
 
     int panelHeight = 0;
     std::unique_ptr<GFXPanel> skinPanel;
-    juce::Component* midiLearnButton = nullptr;
-    juce::Component* presetNameDisplay = nullptr;
-    juce::Component* midiActivityDisplay = nullptr;
+    GFXAnimation* midiActivityDisplay = nullptr;
 
     FloatingLayer floatingLayer { *this };
 };

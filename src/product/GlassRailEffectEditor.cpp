@@ -20,6 +20,12 @@ juce::Point<int> GlassRailEffectEditor::getModalBounds() const
     return { juce::jmax (getWidth() - margin, minimumWidth), juce::jmax (getPanelHeight() - margin, minimumHeight) };
 }
 
+void GlassRailEffectEditor::skinUnloading()
+{
+    BasePluginEditor::skinUnloading();
+    left.display = right.display = nullptr;
+}
+
 void GlassRailEffectEditor::skinLoaded()
 {
     BasePluginEditor::skinLoaded();
@@ -33,18 +39,24 @@ void GlassRailEffectEditor::timerTick (bool isShown)
     BasePluginEditor::timerTick (isShown);
 
     const auto* core = effect.isActive() ? effect.getCore() : nullptr;
-    const auto leftLevel = core != nullptr ? core->getLeftMeter() : 0.0f;
-    const auto rightLevel = core != nullptr ? core->getRightMeter() : 0.0f;
 
-    left.update (core != nullptr ? &leftLevel : nullptr);
-    right.update (core != nullptr ? &rightLevel : nullptr);
+    if (core != nullptr)
+    {
+        left.update (core->getLeftMeter());
+        right.update (core->getRightMeter());
+    }
+    else
+    {
+        left.update (std::nullopt);
+        right.update (std::nullopt);
+    }
 }
 
-void GlassRailEffectEditor::Meter::update (const float* coreLevel)
+void GlassRailEffectEditor::Meter::update (std::optional<float> coreLevel)
 {
     constexpr float fall = 0.675f, lowest = 0.01f; // with no audio, in each tick
 
-    if (coreLevel != nullptr)
+    if (coreLevel.has_value())
         level = *coreLevel;
     else
         level = level > lowest ? level * fall : 0.0f;

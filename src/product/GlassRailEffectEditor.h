@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <optional>
+
 #include "editor/BasePluginEditor.h"
 
 namespace quilvane
@@ -19,6 +21,7 @@ public:
     juce::Point<int> getModalBounds() const override;
 
 protected:
+    void skinUnloading() override;
     void skinLoaded() override;
     void timerTick (bool isShown) override;
 
@@ -26,7 +29,7 @@ private:
     struct Meter
     {
         /** Takes the core's level, or falls from the last one. */
-        void update (const float* coreLevel);
+        void update (std::optional<float> coreLevel);
 
         GFXAnimation* display = nullptr;
         float level = 0.0f;

@@ -17,6 +17,14 @@ QuilvaneEditor::QuilvaneEditor (Quilvane& owner) :
 {
 }
 
+void QuilvaneEditor::skinUnloading()
+{
+    GlassRailEffectEditor::skinUnloading();
+
+    for (auto& oscillator : oscillators)
+        oscillator = Oscillator { oscillator.syncParameterId };
+}
+
 void QuilvaneEditor::skinLoaded()
 {
     GlassRailEffectEditor::skinLoaded();

@@ -19,6 +19,7 @@ public:
     explicit QuilvaneEditor (Quilvane&);
 
 protected:
+    void skinUnloading() override;
     void skinLoaded() override;
     void timerTick (bool isShown) override;
     void parameterChanged (Parameter&) override;

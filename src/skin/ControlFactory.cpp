@@ -22,6 +22,7 @@
 #include "skin/NumericDisplay.h"
 #include "skin/PatternNumberDisplay.h"
 #include "skin/PerformanceWheels.h"
+#include "skin/SkinFile.h"
 #include "skin/TextInput.h"
 
 namespace quilvane
@@ -50,6 +51,8 @@ std::unique_ptr<juce::Component> create (const juce::String& name, const juce::X
 
     return control;
 }
+
+constexpr int longestName = 256;
 
 struct Row
 {
@@ -87,7 +90,9 @@ std::unique_ptr<juce::Component> createControl (const juce::XmlElement& element,
 {
     for (const auto& row : table)
         if (element.getTagName().equalsIgnoreCase (row.tag))
-            return row.creator (element.getStringAttribute ("name"), element, skin);
+            return skin.takeControl()
+                       ? row.creator (element.getStringAttribute ("name").substring (0, longestName), element, skin)
+                       : nullptr;
 
     return nullptr;
 }

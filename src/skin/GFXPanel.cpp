@@ -22,7 +22,7 @@ void GFXPanel::readFromXml (const juce::XmlElement& element, SkinFile& skin)
     if (const auto* list = element.getChildByName ("controls"))
     {
         for (const auto* control : list->getChildIterator())
-            if (! control->isTextElement() && skin.takeControl())
+            if (! control->isTextElement())
                 buildControl (*control, skin);
 
         const auto offset = readOffset (*list);

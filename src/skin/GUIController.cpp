@@ -10,10 +10,14 @@ namespace quilvane
 
 GUIController::~GUIController()
 {
-    endGesture();
+    // Nobody is told of the end by a control that isn't whole any more, but the host is.
+    if (linkedParameter == nullptr)
+        return;
 
-    if (linkedParameter != nullptr)
-        linkedParameter->removeAsyncListener (this);
+    if (gestureIsOpen)
+        linkedParameter->endGesture();
+
+    linkedParameter->removeAsyncListener (this);
 }
 
 void GUIController::readFromXml (const juce::XmlElement& element, SkinFile& skin)

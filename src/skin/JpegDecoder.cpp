@@ -17,7 +17,7 @@ namespace
 constexpr int numChannels = 3;
 
 /** Every scan of a progressive picture goes over all of it, so a small file could keep the decoder for long. */
-constexpr int maximumScans = 64;
+constexpr int maximumScans = 16;
 
 struct Decoder
 {

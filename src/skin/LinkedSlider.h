@@ -8,8 +8,8 @@ namespace quilvane
 {
 
 /** What the sliders of a skin share: a film strip in place of the slider's own look, a parameter that follows the
-    slider, and the gestures that belong to the editor and don't reach the slider: any press of the right button, and
-    presses with Shift. */
+    slider, and the gestures that belong to the editor and don't reach the slider: whatever the mouse does with the right button or
+    with Shift. */
 class LinkedSlider : public BaseGFXController, public juce::Slider
 {
 public:

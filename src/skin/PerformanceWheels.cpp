@@ -25,7 +25,7 @@ void PitchBender::stoppedDragging()
 {
     GFXKnob::stoppedDragging();
 
-    if (! linkMuted && getParameter() != nullptr)
+    if (! linkMuted)
         setValue (0.0, juce::sendNotificationSync);
 }
 

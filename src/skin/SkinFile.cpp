@@ -35,12 +35,17 @@ juce::MemoryBlock readWhole (std::unique_ptr<juce::InputStream> stream)
     return data;
 }
 
+/** Devices and pipes, which could block, have no size. */
+bool isRegular (const juce::File& file, juce::int64 maximumBytes)
+{
+    return file.existsAsFile() && file.getSize() > 0 && file.getSize() <= maximumBytes;
+}
+
 juce::MemoryBlock readFile (const juce::File& file, juce::int64 maximumBytes)
 {
     juce::MemoryBlock data;
 
-    // Devices and pipes, which could block, have no size.
-    if (file.existsAsFile() && file.getSize() > 0 && file.getSize() <= maximumBytes)
+    if (isRegular (file, maximumBytes))
         file.loadFileAsData (data);
 
     return data;
@@ -52,9 +57,7 @@ SkinFile::SkinFile (BasePlugin& owner, Source kind, const juce::String& skinName
     plugin (owner),
     source (kind),
     name (skinName),
-    directory (skinsDirectory),
-    pixelsLeft (maximumSkinPixels),
-    controlsLeft (maximumSkinControls)
+    directory (skinsDirectory)
 {
 }
 
@@ -63,15 +66,8 @@ SkinFile::SkinFile (BasePlugin& owner, const juce::String& skinName, const void*
     source (Source::memory),
     name (skinName),
     memoryData (data),
-    memorySize (numBytes),
-    pixelsLeft (maximumSkinPixels),
-    controlsLeft (maximumSkinControls)
+    memorySize (numBytes)
 {
-}
-
-SkinFile::~SkinFile()
-{
-    contentArchive.reset();
 }
 
 //==============================================================================
@@ -86,7 +82,7 @@ void SkinFile::openArchives()
     if (source == Source::memory)
         stream = std::make_unique<juce::MemoryInputStream> (memoryData, memorySize, false);
     else if (const auto file = directory.getChildFile (name + fileExtension);
-             file.existsAsFile() && file.getParentDirectory() == directory)
+             file.getParentDirectory() == directory && isRegular (file, maximumSkinBytes))
         stream = file.createInputStream();
 
     if (stream == nullptr)
@@ -180,7 +176,12 @@ juce::Image SkinFile::getImage (const juce::String& resourceName)
     imageBytesLeft -= static_cast<juce::int64> (data.getSize());
 
     auto image = decodeBoundedImage (data.getData(), data.getSize(), pixelsLeft);
-    pixelsLeft -= static_cast<juce::int64> (image.getWidth()) * image.getHeight();
+
+    if (image.isValid())
+        pixelsLeft -= static_cast<juce::int64> (image.getWidth()) * image.getHeight();
+    else if (! data.isEmpty())
+        pixelsLeft = juce::jmax (juce::int64(), pixelsLeft - pixelsOfDamagedImage);
+
     return image;
 }
 
@@ -193,7 +194,8 @@ juce::Typeface::Ptr SkinFile::getTypeface (const juce::String& typefaceName, boo
 
         if (font.typeface == nullptr)
         {
-            const auto data = readResource (font.fileName, maximumSkinFontBytes);
+            const auto data = readResource (font.fileName, juce::jmin (maximumSkinFontBytes, fontBytesLeft));
+            fontBytesLeft -= static_cast<juce::int64> (data.getSize());
 
             font.typeface = createBoundedTypeface (data.getData(), data.getSize());
         }

@@ -24,9 +24,13 @@ constexpr juce::int64 maximumSkinImageBytes = 32LL * 1024 * 1024;
 constexpr juce::int64 maximumSkinImageReads = 256LL * 1024 * 1024;
 
 constexpr juce::int64 maximumSkinFontBytes = 8LL * 1024 * 1024;
+constexpr juce::int64 maximumSkinFontReads = 64LL * 1024 * 1024;
 
 /** Of all images that a panel holds, 4 bytes each; a skin of the size above holds 14 million. */
 constexpr juce::int64 maximumSkinPixels = 48LL * 1024 * 1024;
+
+/** What an image that can't be decoded counts for, because finding that out can take as long as decoding it. */
+constexpr juce::int64 pixelsOfDamagedImage = maximumSkinPixels / 32;
 
 constexpr int maximumSkinControls = 2000;
 constexpr size_t maximumSkinFonts = 64;
@@ -71,8 +75,6 @@ public:
     /** A skin in memory, which has to outlive this object. */
     SkinFile (BasePlugin&, const juce::String& skinName, const void* data, size_t numBytes);
 
-    ~SkinFile();
-
     SkinFile (const SkinFile&) = delete;
     SkinFile& operator= (const SkinFile&) = delete;
 
@@ -91,7 +93,7 @@ public:
     juce::Typeface::Ptr getTypeface (const juce::String& typefaceName, bool bold);
 
     /** Whether the document may have one more control; each asks once. */
-    bool takeControl() noexcept { return controlsLeft > 0 && --controlsLeft >= 0; }
+    bool takeControl() noexcept { return controlsLeft-- > 0; }
 
     static constexpr const char* fileExtension = ".k7rskin";
     static constexpr const char* filePattern = "*.k7rskin";
@@ -120,9 +122,10 @@ private:
     std::unique_ptr<BoundedZip> contentArchive;
 
     std::vector<SkinFont> fonts;
-    juce::int64 pixelsLeft;
+    juce::int64 pixelsLeft = maximumSkinPixels;
     juce::int64 imageBytesLeft = maximumSkinImageReads;
-    int controlsLeft;
+    int controlsLeft = maximumSkinControls;
+    juce::int64 fontBytesLeft = maximumSkinFontReads;
 };
 
 } // namespace quilvane
