@@ -21,7 +21,7 @@ void GFXSwitch::readFromXml (const juce::XmlElement& element, SkinFile& skin)
 {
     LinkedSlider::readFromXml (element, skin);
 
-    const auto style = element.getStringAttribute ("style");
+    const auto& style = element.getStringAttribute ("style");
 
     if (style.equalsIgnoreCase ("Rotary"))
         setSliderStyle (juce::Slider::RotaryVerticalDrag);

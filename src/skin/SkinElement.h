@@ -51,7 +51,7 @@ inline void readColourInto (juce::Component& component, int colourId, const juce
 /** The attribute "clickEvent", "onPress" or "onRelease"; any other text changes nothing. */
 inline void readClickEvent (juce::Button& button, const juce::XmlElement& element)
 {
-    const auto text = element.getStringAttribute ("clickEvent");
+    const auto& text = element.getStringAttribute ("clickEvent");
 
     if (text == "onPress" || text == "onRelease")
         button.setTriggeredOnMouseDown (text == "onPress");

@@ -306,6 +306,30 @@ TEST_F (SkinFiles, AreBoundInPixels)
     EXPECT_EQ (skin.getImage ("small").isValid(), pixelsLeft >= 16);
 }
 
+TEST_F (SkinFiles, AreBoundInWhatTheirImagesMakeToRead)
+{
+    // 32 MiB of nothing, which is little to store, and no image either.
+    const juce::MemoryBlock nothing (static_cast<size_t> (maximumSkinImageBytes), true);
+    const auto content = makeZip ({ { "nothing", nothing }, { "small", pngBytes (makeStrip (4, 4, 1)) } }, 9);
+    const auto file = makeSkinFile ("Good", content);
+    SkinFile skin (plugin(), "Good", file.getData(), file.getSize());
+
+    for (int i = 1; i < maximumSkinImageReads / maximumSkinImageBytes; ++i)
+        EXPECT_FALSE (skin.getImage ("nothing").isValid());
+
+    EXPECT_TRUE (skin.getImage ("small").isValid());
+    skin.getImage ("nothing"); // for which there is no room any more, so it's not read
+    EXPECT_TRUE (skin.getImage ("small").isValid());
+
+    // Read as often as it may be, it leaves nothing to others.
+    SkinFile fresh (plugin(), "Good", file.getData(), file.getSize());
+
+    for (int i = 0; i < maximumSkinImageReads / maximumSkinImageBytes; ++i)
+        fresh.getImage ("nothing");
+
+    EXPECT_FALSE (fresh.getImage ("small").isValid());
+}
+
 TEST_F (SkinFiles, AreBoundInControlsDepthAndSizes)
 {
     juce::String many;
