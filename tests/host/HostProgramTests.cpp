@@ -462,6 +462,53 @@ TEST_F (HostProgram, PresetsAreListedRenderedAndRefused)
     EXPECT_TRUE (areEqual (read ("bank/Half.wav"), half, 0, length));
 }
 
+TEST_F (HostProgram, ScreenshotPaintsEachSkinAndFollowsTheSettings)
+{
+    const auto shoot = [&] (const juce::String& name, juce::StringArray options)
+    {
+        options.insert (0, path (name));
+        options.insert (0, "screenshot");
+        options.addArray ({ "--data", QUILVANE_DATA_FOLDER });
+        const auto result = run (options);
+        EXPECT_EQ (result.exitCode, 0) << result.output;
+        return juce::ImageFileFormat::loadFrom (file (name));
+    };
+
+    const auto count = [] (const juce::Image& a, const juce::Image& b)
+    {
+        int different = 0;
+
+        for (int y = 0; y < a.getHeight(); ++y)
+            for (int x = 0; x < a.getWidth(); ++x)
+                different += a.getPixelAt (x, y) == b.getPixelAt (x, y) ? 0 : 1;
+
+        return different;
+    };
+
+    constexpr int statusBarHeight = 16;
+    const auto big = shoot ("big.png", { "--skin", "Big", "--silent" });
+    EXPECT_EQ (big.getBounds(), juce::Rectangle<int> (1000, 620 + statusBarHeight));
+    EXPECT_EQ (shoot ("small.png", { "--skin", "Small", "--silent" }).getBounds(),
+               juce::Rectangle<int> (700, 434 + statusBarHeight));
+
+    EXPECT_EQ (count (big, shoot ("again.png", { "--silent" })), 0); // the one that a new user sees
+    EXPECT_GT (count (big, shoot ("knob.png", { "--silent", "--set", "Center Frequency=5000" })), 2000);
+    EXPECT_GT (count (big, shoot ("sync.png", { "--silent", "--set", "LFO 2 Sync=On" })), 500);
+    EXPECT_GT (count (big, shoot ("loud.png", {})), 1000); // the meters
+
+    for (const auto& options : { juce::StringArray { "--skin", "None" }, juce::StringArray { "--set", "None=1" } })
+    {
+        auto arguments = options;
+        arguments.insert (0, path ("refused.png"));
+        arguments.insert (0, "screenshot");
+        arguments.addArray ({ "--data", QUILVANE_DATA_FOLDER });
+        const auto result = run (arguments);
+        EXPECT_EQ (result.exitCode, 1) << result.output;
+        EXPECT_TRUE (result.output.startsWith ("quilvane-host: there is no ")) << result.output;
+        EXPECT_FALSE (file ("refused.png").exists());
+    }
+}
+
 TEST_F (HostProgram, ProgramsThatCloseAtOnceLeaveOneWholeSettingsFile)
 {
     const auto home = juce::SystemStats::getEnvironmentVariable ("HOME", {});
@@ -481,7 +528,7 @@ TEST_F (HostProgram, ProgramsThatCloseAtOnceLeaveOneWholeSettingsFile)
     setenv ("HOME", home.toRawUTF8(), 1);
 
     // One file, and nothing of theirs beside it.
-    const auto files = file ("home").findChildFiles (juce::File::findFiles, true);
+    const auto files = file ("home/.config/K7R Group/Quilvane 2").findChildFiles (juce::File::findFiles, false);
     ASSERT_EQ (files.size(), 1);
     const auto settings = juce::parseXML (files[0]);
     ASSERT_NE (settings, nullptr);
