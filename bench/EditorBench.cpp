@@ -127,8 +127,9 @@ void printMemory (const juce::String& skin)
            static_cast<double> (after.uordblks + after.hblkhd - before.uordblks - before.hblkhd) / (1024.0 * 1024.0));
 }
 
-/** The share of one core that an open window takes, without the sound itself. */
-double measureLoad (ShownPlugin& plugin, bool isPlaying)
+/** The share of one core that this program takes, without the sound itself.
+    @param plugin null for the program alone */
+double measureLoad (ShownPlugin* plugin, bool isPlaying)
 {
     juce::Random random (1);
     juce::AudioBuffer<float> buffer (2, blockSize);
@@ -153,7 +154,7 @@ double measureLoad (ShownPlugin& plugin, bool isPlaying)
                 buffer.setSample (channel, i, gain * (2.0f * random.nextFloat() - 1.0f));
 
         const auto before = cpuMs (CLOCK_THREAD_CPUTIME_ID);
-        plugin.getProcessor().processBlock (buffer, midi);
+        plugin->getProcessor().processBlock (buffer, midi);
         soundMs += cpuMs (CLOCK_THREAD_CPUTIME_ID) - before;
     }
 
@@ -163,6 +164,7 @@ double measureLoad (ShownPlugin& plugin, bool isPlaying)
 
 void printLoads (const juce::String& skin)
 {
+    const auto program = measureLoad (nullptr, false);
     ShownPlugin plugin (getData(), skin);
     plugin.getProcessor().releaseResources();
     plugin.open();
@@ -170,9 +172,9 @@ void printLoads (const juce::String& skin)
     plugin.getWindow().setVisible (true);
     runMessageLoopFor (500);
 
-    const auto idle = measureLoad (plugin, false);
+    const auto idle = measureLoad (&plugin, false) - program;
     plugin.getProcessor().prepareToPlay (48000.0, blockSize);
-    const auto playing = measureLoad (plugin, true);
+    const auto playing = measureLoad (&plugin, true) - program;
 
     print ((skin + ", open at rest, % of a core").toRawUTF8(), idle);
     print ((skin + ", meters and lights moving, % of a core").toRawUTF8(), playing);
