@@ -18,6 +18,9 @@ constexpr int caretIntervalMs = 500;
 GFXDisplay::GFXDisplay (const juce::String& controlName) : juce::Component (controlName)
 {
     setWantsKeyboardFocus (true);
+
+    // The click asks for the focus itself, as a direct wish, which begins the edit.
+    setMouseClickGrabsKeyboardFocus (false);
 }
 
 void GFXDisplay::readFromXml (const juce::XmlElement& element, SkinFile& skin)
@@ -158,6 +161,8 @@ void GFXDisplay::stopEditing()
         setBounds (homeBounds);
     }
 
+    // Else the next click would find the focus here, and begin nothing.
+    giveAwayKeyboardFocus();
     repaint();
 
     if (text != editStartText)
