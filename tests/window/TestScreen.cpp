@@ -19,9 +19,9 @@ namespace
 
 std::atomic<int> numErrors { 0 };
 
-int countError (Display*, XErrorEvent*)
+int countError (Display* d, XErrorEvent* e)
 {
-    ++numErrors;
+    ++numErrors; if (getenv("XERR")) fprintf (stderr, "XERR code %d req %d.%d res %lx def %lx\n", e->error_code, e->request_code, e->minor_code, e->resourceid, DefaultRootWindow (d));
     return 0;
 }
 
@@ -90,6 +90,12 @@ TestScreen::TestScreen()
     XSetErrorHandler (countError);
     setenv ("DISPLAY", (":" + number).c_str(), 1);
     display = XOpenDisplay (nullptr);
+
+    // A window manager would have made these names known.
+    if (display != nullptr)
+        for (const auto* name : { "WM_PROTOCOLS", "WM_TAKE_FOCUS", "WM_CHANGE_STATE", "WM_STATE", "_NET_WM_PING",
+                                  "_NET_WM_STATE", "_NET_WM_STATE_HIDDEN", "_NET_WM_WINDOW_TYPE" })
+            XInternAtom (display, name, False);
 }
 
 TestScreen::~TestScreen()
