@@ -20,8 +20,10 @@ public:
     void paint (juce::Graphics&) override;
     void childBoundsChanged (juce::Component*) override;
     void parentHierarchyChanged() override;
+    bool hitTest (int x, int y) override;
 
 private:
+    void raiseAboveOtherEditors();
     void releaseMouseButtons();
 
     juce::Component::SafePointer<PluginEditor> editor;

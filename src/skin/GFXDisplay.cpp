@@ -95,11 +95,16 @@ void GFXDisplay::mouseDown (const juce::MouseEvent& e)
 
     isEditing = true;
     grabKeyboardFocus();
+
+    // It may have the focus since the window was given it.
+    if (hasKeyboardFocus (true) && ! isTimerRunning())
+        startEditing();
 }
 
 void GFXDisplay::focusGained (FocusChangeType cause)
 {
-    if (isEnabled() && cause == focusChangedDirectly && ! isTimerRunning())
+    // A window that is given the focus passes it on to any field that wants it; only a click begins an edit.
+    if (isEditing && isEnabled() && cause == focusChangedDirectly && ! isTimerRunning())
         startEditing();
 }
 
