@@ -62,8 +62,8 @@ bool AudioProcessorEditorWrapper::hitTest (int x, int y)
 void AudioProcessorEditorWrapper::raiseAboveOtherEditors()
 {
     // JUCE keeps one place on the screen for all windows that lie in windows of hosts. It believes that the editors
-    // of several instances cover each other, and that only the latest gets the mouse; and what the older ones open
-    // would appear in the wrong place. What the mouse is over is known here, before that is asked.
+    // of several instances cover each other, and gives the mouse to the topmost only. The window that an event came
+    // to is asked here before that is decided.
     auto& desktop = juce::Desktop::getInstance();
     auto* const frame = getParentComponent();
     juce::Array<juce::ComponentPeer*> above;
@@ -84,7 +84,6 @@ void AudioProcessorEditorWrapper::raiseAboveOtherEditors()
     if (! isCovered || peer == nullptr)
         return;
 
-    peer->updateBounds();
     peer->handleBroughtToFront();
 
     // Menus and the like stay above.
