@@ -25,8 +25,8 @@ int countError (Display*, XErrorEvent*)
     return 0;
 }
 
-/** Starts a server that chooses a free number for itself and writes it to the descriptor. */
-pid_t startServer (int numberPipe[2])
+/** Starts a server of this number, which says so through the descriptor when it's ready. */
+pid_t startServer (int number, int readyPipe[2])
 {
     const auto child = fork();
 
@@ -34,12 +34,13 @@ pid_t startServer (int numberPipe[2])
         return child;
 
     prctl (PR_SET_PDEATHSIG, SIGTERM);
-    close (numberPipe[0]);
+    close (readyPipe[0]);
 
-    const auto descriptor = std::to_string (numberPipe[1]);
+    const auto name = ":" + std::to_string (number);
+    const auto descriptor = std::to_string (readyPipe[1]);
     const auto size = std::to_string (TestScreen::width) + "x" + std::to_string (TestScreen::height) + "x24";
-    execlp ("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", size.c_str(), "-nolisten", "tcp",
-            nullptr);
+    execlp ("Xvfb", "Xvfb", name.c_str(), "-displayfd", descriptor.c_str(), "-screen", "0", size.c_str(), "-nolisten",
+            "tcp", nullptr);
     _exit (127);
 }
 
@@ -66,29 +67,22 @@ int countBelow (Display* display, Window window)
 
 TestScreen::TestScreen()
 {
-    int numberPipe[2];
+    // Not the lowest numbers: programs that are told of no display try the first one, and would end with this.
+    constexpr int firstNumber = 100, numNumbers = 900, maximumAttempts = 20;
+    int number = 0;
 
-    if (pipe (numberPipe) != 0)
-        return;
+    for (int attempt = 0; attempt < maximumAttempts && server < 0; ++attempt)
+    {
+        number = firstNumber + (getpid() + attempt) % numNumbers;
+        start (number);
+    }
 
-    server = startServer (numberPipe);
-    close (numberPipe[1]);
-
-    std::string number;
-    char character = 0;
-
-    // It writes when it's ready; if it can't start, the pipe ends.
-    while (read (numberPipe[0], &character, 1) == 1 && character != '\n')
-        number += character;
-
-    close (numberPipe[0]);
-
-    if (number.empty())
+    if (server < 0)
         return;
 
     XInitThreads();
     XSetErrorHandler (countError);
-    setenv ("DISPLAY", (":" + number).c_str(), 1);
+    setenv ("DISPLAY", (":" + std::to_string (number)).c_str(), 1);
     display = XOpenDisplay (nullptr);
 
     // A window manager would have made these names known.
@@ -96,6 +90,28 @@ TestScreen::TestScreen()
         for (const auto* name : { "WM_PROTOCOLS", "WM_TAKE_FOCUS", "WM_CHANGE_STATE", "WM_STATE", "_NET_WM_PING",
                                   "_NET_WM_STATE", "_NET_WM_STATE_HIDDEN", "_NET_WM_WINDOW_TYPE" })
             XInternAtom (display, name, False);
+}
+
+void TestScreen::start (int number)
+{
+    int readyPipe[2];
+
+    if (pipe (readyPipe) != 0)
+        return;
+
+    server = startServer (number, readyPipe);
+    close (readyPipe[1]);
+
+    // A number that is taken ends the server, and the pipe with it.
+    char character = 0;
+    const auto isReady = read (readyPipe[0], &character, 1) == 1;
+    close (readyPipe[0]);
+
+    if (! isReady && server > 0)
+    {
+        waitpid (server, nullptr, 0);
+        server = -1;
+    }
 }
 
 TestScreen::~TestScreen()

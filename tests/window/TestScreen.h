@@ -55,6 +55,7 @@ public:
     static int getNumErrors();
 
 private:
+    void start (int number);
     void sendKey (const char* symbol, bool isDown);
 
     _XDisplay* display = nullptr;
