@@ -102,9 +102,14 @@ void TestScreen::start (int number)
     server = startServer (number, readyPipe);
     close (readyPipe[1]);
 
-    // A number that is taken ends the server, and the pipe with it.
+    // It writes a line. A number that is taken ends the server, and the pipe with it.
     char character = 0;
-    const auto isReady = read (readyPipe[0], &character, 1) == 1;
+
+    while (read (readyPipe[0], &character, 1) == 1 && character != '\n')
+    {
+    }
+
+    const auto isReady = character == '\n';
     close (readyPipe[0]);
 
     if (! isReady && server > 0)
