@@ -39,6 +39,11 @@ AudioProcessorEditorWrapper::~AudioProcessorEditorWrapper()
         editor->setVisible (false);
         removeChildComponent (editor);
     }
+
+    // Where a host closes the instance and not the window, the client's message thread runs again before the frame
+    // of the window is gone, and would paint into it. The frame is of no use without this, so its window ends now.
+    if (juce::ComponentPeer::isValidPeer (window) && window->getComponent().getNumChildComponents() == 0)
+        window->getComponent().removeFromDesktop();
 }
 
 void AudioProcessorEditorWrapper::parentHierarchyChanged()
