@@ -49,51 +49,7 @@ AudioProcessorEditorWrapper::~AudioProcessorEditorWrapper()
 void AudioProcessorEditorWrapper::parentHierarchyChanged()
 {
     if (auto* present = getPeer())
-    {
         window = present;
-
-        // So that the frame asks its child, which is this, what a place belongs to.
-        if (auto* frame = getParentComponent())
-            frame->setInterceptsMouseClicks (false, true);
-    }
-}
-
-bool AudioProcessorEditorWrapper::hitTest (int x, int y)
-{
-    raiseAboveOtherEditors();
-    return juce::AudioProcessorEditor::hitTest (x, y);
-}
-
-void AudioProcessorEditorWrapper::raiseAboveOtherEditors()
-{
-    // JUCE keeps one place on the screen for all windows that lie in windows of hosts. It believes that the editors
-    // of several instances cover each other, and gives the mouse to the topmost only. The window that an event came
-    // to is asked here before that is decided.
-    auto& desktop = juce::Desktop::getInstance();
-    auto* const frame = getParentComponent();
-    juce::Array<juce::ComponentPeer*> above;
-    bool isCovered = false;
-
-    for (int i = desktop.getNumComponents(); --i >= 0 && desktop.getComponent (i) != frame;)
-    {
-        auto* const other = desktop.getComponent (i);
-
-        if (dynamic_cast<AudioProcessorEditorWrapper*> (other->getChildComponent (0)) != nullptr)
-            isCovered = true;
-        else if (auto* peer = other->getPeer())
-            above.insert (0, peer);
-    }
-
-    auto* const peer = getPeer();
-
-    if (! isCovered || peer == nullptr)
-        return;
-
-    peer->handleBroughtToFront();
-
-    // Menus and the like stay above.
-    for (auto* other : above)
-        other->handleBroughtToFront();
 }
 
 void AudioProcessorEditorWrapper::releaseMouseButtons()

@@ -20,10 +20,8 @@ public:
     void paint (juce::Graphics&) override;
     void childBoundsChanged (juce::Component*) override;
     void parentHierarchyChanged() override;
-    bool hitTest (int x, int y) override;
 
 private:
-    void raiseAboveOtherEditors();
     void releaseMouseButtons();
 
     juce::Component::SafePointer<PluginEditor> editor;
