@@ -30,14 +30,46 @@ AudioProcessorEditorWrapper::~AudioProcessorEditorWrapper()
     if (editor == nullptr)
         return;
 
-    editor->windowClosed();
-
     // A second window may have taken it.
     if (editor->getParentComponent() == this)
     {
+        editor->windowClosed();
+        releaseMouseButtons();
         editor->setVisible (false);
         removeChildComponent (editor);
     }
+
+    // Where a host closes the instance and not the window, the client's message thread runs again before the frame
+    // of the window is gone, and would paint into it. The frame is of no use without this, so its window ends now.
+    if (juce::ComponentPeer::isValidPeer (window) && window->getComponent().getNumChildComponents() == 0)
+        window->getComponent().removeFromDesktop();
+}
+
+void AudioProcessorEditorWrapper::parentHierarchyChanged()
+{
+    if (auto* present = getPeer())
+        window = present;
+}
+
+void AudioProcessorEditorWrapper::releaseMouseButtons()
+{
+    // A button that is held now comes up where nobody sees it. The editor outlives the window, and would take the
+    // next movement over it for a part of the drag.
+    const auto mouse = juce::Desktop::getInstance().getMainMouseSource();
+    auto* const held = mouse.isDragging() ? mouse.getComponentUnderMouse() : nullptr;
+
+    if (held == nullptr || ! editor->isParentOf (held) || ! juce::ComponentPeer::isValidPeer (window))
+        return;
+
+    // This isn't a click.
+    if (auto* const button = dynamic_cast<juce::Button*> (held))
+        button->setState (juce::Button::buttonNormal);
+
+    auto& modifiers = juce::ModifierKeys::currentModifiers;
+    modifiers = modifiers.withoutMouseButtons();
+    window->handleMouseEvent (juce::MouseInputSource::InputSourceType::mouse, juce::MouseInputSource::offscreenMousePos,
+                              modifiers, juce::MouseInputSource::defaultPressure,
+                              juce::MouseInputSource::defaultOrientation, juce::Time::currentTimeMillis());
 }
 
 void AudioProcessorEditorWrapper::paint (juce::Graphics& g)

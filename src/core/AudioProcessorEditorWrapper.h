@@ -19,9 +19,13 @@ public:
 
     void paint (juce::Graphics&) override;
     void childBoundsChanged (juce::Component*) override;
+    void parentHierarchyChanged() override;
 
 private:
+    void releaseMouseButtons();
+
     juce::Component::SafePointer<PluginEditor> editor;
+    juce::ComponentPeer* window = nullptr; // the last one that this was in
 };
 
 } // namespace quilvane

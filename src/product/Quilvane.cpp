@@ -58,11 +58,6 @@ std::unique_ptr<PluginEditor> Quilvane::createEditor()
     return std::make_unique<QuilvaneEditor> (*this);
 }
 
-juce::String Quilvane::getReleaseChannel() const
-{
-    return QUILVANE_CHANNEL;
-}
-
 int Quilvane::getNumPresetParameters() const
 {
     return parameterIds::numPresetParameters;

@@ -12,12 +12,16 @@ namespace
 {
 
 constexpr int caretIntervalMs = 500;
+constexpr int longestText = 1024;
 
 } // namespace
 
 GFXDisplay::GFXDisplay (const juce::String& controlName) : juce::Component (controlName)
 {
     setWantsKeyboardFocus (true);
+
+    // The click asks for the focus itself, as a direct wish, which begins the edit.
+    setMouseClickGrabsKeyboardFocus (false);
 }
 
 void GFXDisplay::readFromXml (const juce::XmlElement& element, SkinFile& skin)
@@ -83,7 +87,13 @@ void GFXDisplayFloat::updateFromParameter (Parameter& parameter)
 
 void GFXDisplay::setText (const juce::String& newText)
 {
-    text = newText;
+    // No display is as long; texts of presets and skins can be.
+    const auto shortened = newText.substring (0, longestText);
+
+    if (shortened == text)
+        return;
+
+    text = shortened;
     repaint();
 }
 
@@ -93,17 +103,12 @@ void GFXDisplay::mouseDown (const juce::MouseEvent& e)
     if (! isEnabled() || e.mods.isRightButtonDown() || e.mods.isShiftDown())
         return;
 
+    // A window that is given the focus passes it on to any field that wants it; only a click begins an edit.
     if (! isEditing)
         startEditing();
 
     if (isShowing())
         grabKeyboardFocus();
-}
-
-void GFXDisplay::focusGained (FocusChangeType cause)
-{
-    if (isEnabled() && cause == focusChangedDirectly && ! isEditing)
-        startEditing();
 }
 
 void GFXDisplay::startEditing()
@@ -118,6 +123,7 @@ void GFXDisplay::startEditing()
     {
         homeParent = getParentComponent();
         homeBounds = getBounds();
+        homeIndex = homeParent->getIndexOfChildComponent (this);
 
         const auto screenBounds = getScreenBounds();
         addToDesktop (juce::ComponentPeer::windowIsTemporary);
@@ -156,21 +162,21 @@ void GFXDisplay::stopEditing()
     isEditing = false;
     caretPosition = firstVisible = 0;
 
-    // Else the next click would be none that gains it.
-    giveAwayKeyboardFocus();
-
     if (auto* parent = homeParent.getComponent())
     {
         homeParent = nullptr;
         removeFromDesktop();
-        parent->addAndMakeVisible (this);
+        parent->addChildComponent (this, homeIndex);
         setBounds (homeBounds);
     }
 
+    giveAwayKeyboardFocus();
     repaint();
 
     if (text != editStartText)
         textListeners.call ([this] (auto& listener) { listener.displayTextEdited (*this); });
+    else if (auto* parameter = getParameter())
+        updateFromParameter (*parameter); // which may have moved meanwhile
 }
 
 void GFXDisplay::timerCallback()

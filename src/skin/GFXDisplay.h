@@ -40,7 +40,6 @@ public:
     void removeTextListener (TextListener* listener) { textListeners.remove (listener); }
 
     void mouseDown (const juce::MouseEvent&) override;
-    void focusGained (FocusChangeType) override;
     void focusLost (FocusChangeType) override;
     bool keyPressed (const juce::KeyPress&) override;
     void paint (juce::Graphics&) override;
@@ -71,6 +70,7 @@ private:
 
     juce::Component::SafePointer<juce::Component> homeParent;
     juce::Rectangle<int> homeBounds;
+    int homeIndex = -1; // among the parent's children
     ListenerArray<TextListener> textListeners;
 };
 

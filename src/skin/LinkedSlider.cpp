@@ -51,6 +51,8 @@ void LinkedSlider::mouseUp (const juce::MouseEvent& e)
 {
     if (! belongsToEditor (e))
         juce::Slider::mouseUp (e);
+    else
+        endGesture(); // of a drag that Shift was pressed in
 }
 
 void LinkedSlider::startedDragging()

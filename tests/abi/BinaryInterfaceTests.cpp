@@ -240,7 +240,7 @@ TEST_F (BinaryInterface, AutomationIsTakenWithoutAnEchoAndHostileValuesDoNoHarm)
         instance.text (rawhost::effGetParamDisplay, index);
     }
 
-    EXPECT_TRUE (instance.automations.empty());
+    EXPECT_TRUE (instance.getAutomations().empty());
 }
 
 TEST_F (BinaryInterface, HostBypassGivesTheInputBitForBit)
@@ -352,7 +352,7 @@ TEST_F (BinaryInterface, MidiOfAnyKindIsTakenAndUnmappedControllersChangeNothing
     withMidi.sendMidi (events);
 
     EXPECT_EQ (render (plain), render (withMidi));
-    EXPECT_TRUE (withMidi.automations.empty());
+    EXPECT_TRUE (withMidi.getAutomations().empty());
 }
 
 TEST_F (BinaryInterface, AMappedControllerMovesItsParameterAndTheHostHearsIt)
@@ -365,7 +365,7 @@ TEST_F (BinaryInterface, AMappedControllerMovesItsParameterAndTheHostHearsIt)
     xml.replace (map, xml.find ("/>", map) + 2 - map,
                  "<MidiControlMap name=\"Quilvane 2\"><assign CC=\"7\" param=\"Feedback\"/></MidiControlMap>");
     instance.setChunk (makeChunk (xml));
-    instance.automations.clear();
+    instance.clearAutomations();
 
     rawhost::MidiEvent event;
     event.deltaFrames = 100;
@@ -375,15 +375,15 @@ TEST_F (BinaryInterface, AMappedControllerMovesItsParameterAndTheHostHearsIt)
     instance.sendMidi ({ event });
     render (instance, std::vector<float> (512, 0.1f));
 
-    ASSERT_EQ (instance.automations.size(), 1u);
-    EXPECT_EQ (instance.automations[0].index, feedback);
-    EXPECT_EQ (instance.automations[0].value, 1.0f);
+    ASSERT_EQ (instance.getAutomations().size(), 1u);
+    EXPECT_EQ (instance.getAutomations()[0].index, feedback);
+    EXPECT_EQ (instance.getAutomations()[0].value, 1.0f);
     EXPECT_EQ (instance.value (feedback), 1.0f);
 
     // The host's own automation of the same parameter isn't sent back, and the map is in the chunk.
     instance.set (feedback, 0.5f);
     render (instance, std::vector<float> (512, 0.1f));
-    EXPECT_EQ (instance.automations.size(), 1u);
+    EXPECT_EQ (instance.getAutomations().size(), 1u);
     const auto saved = instance.getChunk();
     EXPECT_NE (std::string (saved.begin(), saved.end()).find ("CC=\"7\" param=\"Feedback\""), std::string::npos);
 }

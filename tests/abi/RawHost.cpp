@@ -113,22 +113,52 @@ void Instance::setChunk (std::vector<char> chunk)
     dispatch (effSetChunk, 0, static_cast<intptr_t> (chunk.size()), chunk.data());
 }
 
-intptr_t Instance::hostCallback (Effect* effect, int32_t operation, int32_t index, intptr_t, void*, float option)
+std::vector<Instance::Automation> Instance::getAutomations() const
 {
-    if (operation == 1) // the host's version
+    const std::lock_guard lock (automationsLock);
+    return automations;
+}
+
+void Instance::clearAutomations()
+{
+    const std::lock_guard lock (automationsLock);
+    automations.clear();
+}
+
+intptr_t Instance::hostCallback (Effect* effect, int32_t operation, int32_t index, intptr_t value, void* pointer,
+                                 float option)
+{
+    if (operation == hostVersion)
         return 2400;
 
     auto* instance = effect != nullptr ? static_cast<Instance*> (effect->user) : nullptr;
-    return instance != nullptr ? instance->answer (operation, index, option) : 0;
+    return instance != nullptr ? instance->answer (operation, index, value, pointer, option) : 0;
 }
 
-intptr_t Instance::answer (int32_t operation, int32_t index, float option)
+intptr_t Instance::answer (int32_t operation, int32_t index, intptr_t value, const void* pointer, float option)
 {
     switch (operation)
     {
-        case 0: automations.push_back ({ index, option }); return 1;
-        case 7: return answersTime ? reinterpret_cast<intptr_t> (&time) : 0;
-        case 23: return processLevel;
+        case hostAutomate:
+        case hostBeginEdit:
+        case hostEndEdit:
+        {
+            const std::lock_guard lock (automationsLock);
+            automations.push_back ({ operation, index, option });
+            return 1;
+        }
+
+        case hostGetTime: return answersTime ? reinterpret_cast<intptr_t> (&time) : 0;
+        case hostGetProcessLevel: return processLevel;
+        case hostCanDo: return resizeWindow && std::strcmp (static_cast<const char*> (pointer), "sizeWindow") == 0;
+
+        case hostSizeWindow:
+            if (! resizeWindow)
+                return 0;
+
+            resizeWindow (index, static_cast<int> (value));
+            return 1;
+
         default: return 0;
     }
 }

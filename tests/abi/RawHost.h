@@ -3,6 +3,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -61,6 +63,10 @@ enum : int32_t
     effSetSampleRate = 10,
     effSetBlockSize = 11,
     effMainsChanged = 12,
+    effEditGetRect = 13,
+    effEditOpen = 14,
+    effEditClose = 15,
+    effEditIdle = 19,
     effGetChunk = 23,
     effSetChunk = 24,
     effProcessEvents = 25,
@@ -73,6 +79,19 @@ enum : int32_t
     effCanDo = 51,
     effGetTailSize = 52,
     effGetVstVersion = 58,
+};
+
+// Operations of the host.
+enum : int32_t
+{
+    hostAutomate = 0,
+    hostVersion = 1,
+    hostGetTime = 7,
+    hostSizeWindow = 15,
+    hostGetProcessLevel = 23,
+    hostCanDo = 37,
+    hostBeginEdit = 43,
+    hostEndEdit = 44,
 };
 
 // Flags of TimeInfo.
@@ -107,10 +126,12 @@ private:
 class Instance
 {
 public:
+    /** A value or an end of a gesture that the plug-in told the host. */
     struct Automation
     {
+        int operation; // hostAutomate, hostBeginEdit or hostEndEdit
         int index;
-        float value;
+        float value; // 0 but with hostAutomate
     };
 
     Instance (const Library&, double sampleRate = 48000.0, int blockSize = 512);
@@ -143,20 +164,27 @@ public:
     std::vector<char> getChunk();
     void setChunk (std::vector<char> chunk);
 
+    /** What the host heard of parameters so far, in order. The plug-in may tell it from threads of its own. */
+    std::vector<Automation> getAutomations() const;
+    void clearAutomations();
+
     // What the host answers.
     TimeInfo time;
     bool answersTime = false;
     int processLevel = 2; // real time; 4 is offline
 
-    // What the host heard.
-    std::vector<Automation> automations;
+    /** How the host gives its window another size; a host without it can't. */
+    std::function<void (int width, int height)> resizeWindow;
 
 private:
     static intptr_t hostCallback (Effect*, int32_t operation, int32_t index, intptr_t value, void*, float option);
-    intptr_t answer (int32_t operation, int32_t index, float option);
+    intptr_t answer (int32_t operation, int32_t index, intptr_t value, const void* pointer, float option);
 
     Effect* effect = nullptr;
     int blockSize;
+
+    mutable std::mutex automationsLock;
+    std::vector<Automation> automations;
 };
 
 } // namespace rawhost

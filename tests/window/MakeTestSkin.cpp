@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// Writes the skins that the tests of the window use into the folder of its first argument.
+
+#include <functional>
+#include <iostream>
+
+#include <juce_cryptography/juce_cryptography.h>
+#include <juce_graphics/juce_graphics.h>
+
+#include "window/TestSkin.h"
+
+namespace
+{
+
+juce::MemoryBlock makePng (int width, int height, const std::function<uint32_t (int y)>& colourOfRow)
+{
+    juce::Image image (juce::Image::RGB, width, height, false);
+
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            image.setPixelAt (x, y, juce::Colour (0xff000000u | colourOfRow (y)));
+
+    juce::MemoryOutputStream stream;
+    juce::PNGImageFormat().writeImageToStream (image, stream);
+    return stream.getMemoryBlock();
+}
+
+juce::MemoryBlock makeStrip (const testskin::Strip& strip)
+{
+    const auto& [x, y, width, height] = strip.place;
+    return makePng (width, height * strip.numFrames,
+                    [&strip, frameHeight = height] (int row) { return strip.colourOf (row / frameHeight); });
+}
+
+/** The characters from the top down, and once more for the caret. */
+juce::MemoryBlock makeFont()
+{
+    using namespace testskin;
+
+    return makePng (glyphWidth, 2 * numCharacters * glyphHeight,
+                    [] (int row)
+                    {
+                        const auto glyph = row / glyphHeight;
+                        const auto character = static_cast<uint32_t> (firstCharacter + glyph % numCharacters);
+                        return (character << 16) | (glyph < numCharacters ? glyphColours : caretColours);
+                    });
+}
+
+/** An archive that is filled member by member. */
+class Archive
+{
+public:
+    void add (const juce::String& name, const juce::MemoryBlock& data)
+    {
+        constexpr int compression = 9;
+        builder.addEntry (new juce::MemoryInputStream (data, true), compression, name, {});
+    }
+
+    void add (const juce::String& name, const juce::String& text)
+    {
+        add (name, juce::MemoryBlock (text.toRawUTF8(), text.getNumBytesAsUTF8()));
+    }
+
+    juce::MemoryBlock finish()
+    {
+        juce::MemoryOutputStream stream;
+        builder.writeToStream (stream, nullptr);
+        return stream.getMemoryBlock();
+    }
+
+private:
+    juce::ZipFile::Builder builder;
+};
+
+juce::String element (const juce::String& tag, const juce::String& attributes, const juce::String& children = {})
+{
+    return "<" + tag + " " + attributes + ">" + children + "</" + tag + ">";
+}
+
+juce::String position (const testskin::Place& place)
+{
+    return "<pos left=\"" + juce::String (place.x) + "\" top=\"" + juce::String (place.y) + "\"/>";
+}
+
+juce::String control (Archive& archive, const juce::String& tag, const testskin::Strip& strip,
+                      const juce::String& attributes, const juce::String& parameter = {},
+                      const juce::String& children = {})
+{
+    archive.add (strip.image, makeStrip (strip));
+
+    const auto gfx = element ("gfx", "resource=\"" + juce::String (strip.image) + "\" framesNum=\""
+                                         + juce::String (strip.numFrames) + "\"");
+    const auto links = parameter.isEmpty()
+                           ? juce::String()
+                           : element ("links", {}, element ("link", "as=\"connectedTo\" param=\"" + parameter + "\""));
+
+    return element (tag, attributes, gfx + position (strip.place) + links + children);
+}
+
+juce::String display (const juce::String& text, const testskin::Place& place, const juce::String& attributes)
+{
+    const auto size =
+        "<size width=\"" + juce::String (place.width) + "\" height=\"" + juce::String (place.height) + "\"/>";
+    const auto gfx = "<gfx resource=\"font.png\" fontHeight=\"" + juce::String (testskin::glyphHeight) + "\"/>";
+    const auto ground =
+        " backgroundColour=\"" + juce::String::toHexString (0xff000000u | testskin::displayGround) + "\" ";
+
+    return element ("Display", "name=\"" + text + "\"" + ground + attributes, gfx + size + position (place));
+}
+
+juce::String makeControls (Archive& archive)
+{
+    using namespace testskin;
+
+    archive.add ("font.png", makeFont());
+
+    const auto action = element ("actions", {}, "<action type=\"onClick\" event=\"Restore Default Preset\"/>");
+    const auto segments = "style=\"Horizontal\" thumb=\"" + juce::String (segmentWidth) + "\"";
+
+    return control (archive, "Knob", feedbackKnob, {}, "Feedback")
+           + control (archive, "Knob", fxKnob, "paramReset=\"false\"", "FX")
+           + control (archive, "Knob", rateKnob, "name=\"LFO1Rate\"", "LFO 1 Rate")
+           + control (archive, "Knob", noteRateKnob, "name=\"LFO1NoteRate\"", "LFO 1 Note Rate")
+           + control (archive, "Knob", noteScaleKnob, "name=\"LFO1NoteScale\"", "LFO 1 Note Scale")
+           + control (archive, "ToggleButton", syncButton, "style=\"2D\"", "LFO 1 Sync")
+           + control (archive, "Button", restoreButton, {}, {}, action)
+           + control (archive, "Animation", meter, "name=\"LeftVUMeter\"")
+           + control (archive, "Animation", activity, "name=\"MIDIActivity\"")
+           + control (archive, "Switch", stagesSwitch, segments, "Stages Number") + display (editableText, editable, {})
+           + display (readOnlyText, readOnly, "readonly=\"yes\"");
+}
+
+juce::MemoryBlock makeSkin (int width, int height, uint32_t background, bool withControls)
+{
+    Archive archive;
+    archive.add ("background.png", makePng (width, height, [=] (int) { return background; }));
+
+    const auto controls = element ("controls", {}, withControls ? makeControls (archive) : juce::String());
+    const auto panel = element ("Panel", "name=\"MainPanel\"", "<gfx resource=\"background.png\"/>" + controls);
+
+    archive.add ("skin.xml", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + element ("PluginEditor", {}, panel));
+    return archive.finish();
+}
+
+bool writeContainer (const juce::File& folder, const juce::String& name, const juce::MemoryBlock& skin)
+{
+    Archive container;
+    container.add (name + ".md5", juce::MD5 (skin).toHexString());
+    container.add (name + ".skin", skin);
+
+    const auto data = container.finish();
+    return folder.getChildFile (name + ".k7rskin").replaceWithData (data.getData(), data.getSize());
+}
+
+} // namespace
+
+int main (int argc, char* argv[])
+{
+    if (argc != 2)
+    {
+        std::cerr << "Usage: " << argv[0] << " FOLDER\n";
+        return 2;
+    }
+
+    using namespace testskin;
+
+    const auto folder = juce::File::getCurrentWorkingDirectory().getChildFile (juce::String::fromUTF8 (argv[1]));
+
+    if (folder.createDirectory().failed()
+        || ! writeContainer (folder, "Test", makeSkin (width, height, background, true))
+        || ! writeContainer (folder, "Other", makeSkin (otherWidth, otherHeight, otherBackground, false)))
+    {
+        std::cerr << "Can't write into " << folder.getFullPathName() << "\n";
+        return 1;
+    }
+
+    return 0;
+}

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <cstdint>
+
+/** The skin of these tests, for the program that makes it and for the tests that look at it: what lies where, and
+    which flat colour each frame has, so that one pixel tells what a control shows. Nothing but the language. */
+namespace testskin
+{
+
+struct Place
+{
+    int x, y, width, height;
+
+    constexpr int centreX() const { return x + width / 2; }
+    constexpr int centreY() const { return y + height / 2; }
+};
+
+/** A control made of a strip: the colour of a frame is the first one's, with the frame's number in the red. */
+struct Strip
+{
+    const char* image;
+    Place place;
+    int numFrames;
+    uint32_t firstColour;
+
+    constexpr uint32_t colourOf (int frame) const { return firstColour + (static_cast<uint32_t> (frame) << 16); }
+};
+
+inline constexpr int width = 400, height = 200;
+inline constexpr uint32_t background = 0x102030;
+
+/** The second skin is a plain panel. */
+inline constexpr int otherWidth = 320, otherHeight = 120;
+inline constexpr uint32_t otherBackground = 0x306010;
+
+inline constexpr Strip feedbackKnob { "feedback.png", { 20, 20, 40, 40 }, 11, 0x1000f0 };
+inline constexpr Strip fxKnob { "fx.png", { 80, 20, 40, 40 }, 11, 0x1010e0 };
+
+// The two rates share their place.
+inline constexpr Strip rateKnob { "rate.png", { 140, 20, 40, 40 }, 11, 0x1020d0 };
+inline constexpr Strip noteRateKnob { "noteRate.png", { 140, 20, 40, 40 }, 11, 0x1030c0 };
+inline constexpr Strip noteScaleKnob { "noteScale.png", { 190, 20, 40, 40 }, 3, 0x1040b0 };
+
+inline constexpr Strip syncButton { "sync.png", { 250, 20, 20, 20 }, 2, 0x1050a0 };
+inline constexpr Strip restoreButton { "restore.png", { 300, 20, 60, 20 }, 2, 0x106090 };
+inline constexpr Strip meter { "meter.png", { 250, 80, 10, 60 }, 11, 0x107080 };
+inline constexpr Strip activity { "activity.png", { 300, 80, 12, 12 }, 2, 0x108070 };
+
+inline constexpr int numStages = 4;
+inline constexpr int segmentWidth = 40;
+inline constexpr Strip stagesSwitch { "stages.png", { 20, 150, numStages* segmentWidth, 20 }, numStages, 0x109060 };
+
+// The displays. In the font, a character's number is the red of its colour.
+inline constexpr int glyphWidth = 8, glyphHeight = 16;
+inline constexpr int firstCharacter = ' ', numCharacters = 95;
+inline constexpr uint32_t glyphColours = 0x00a050, caretColours = 0x00b040;
+inline constexpr uint32_t displayGround = 0xc03020;
+
+inline constexpr Place editable { 20, 80, 160, glyphHeight };
+inline constexpr Place readOnly { 20, 110, 160, glyphHeight };
+inline constexpr const char* editableText = "Old";
+inline constexpr const char* readOnlyText = "Fixed";
+
+} // namespace testskin
