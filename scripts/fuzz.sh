@@ -16,6 +16,8 @@ build fuzz quilvane_fuzzers
 harnesses=("$@")
 [ $# -gt 0 ] || for source in fuzz/*Fuzzer.cpp; do harnesses+=("$(basename "$source" .cpp)"); done
 
+# Else JUCE looks for the first display, and ends with it.
+export DISPLAY=:65535
 found=0
 mkdir -p build/fuzz/found
 

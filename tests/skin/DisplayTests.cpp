@@ -287,34 +287,6 @@ TEST_F (TextDisplays, OnlyEditOnALeftClickOfOneThatMayBeWritten)
     }
 }
 
-TEST_F (TextDisplays, LieInAWindowOfTheirOwnWhileTheyAreEdited)
-{
-    // Without a window manager JUCE's windows end the program, so this has to be asked for.
-    if (std::getenv ("QUILVANE_DESKTOP_TESTS") == nullptr)
-        GTEST_SKIP() << "set QUILVANE_DESKTOP_TESTS on a display with a window manager";
-
-    buildOne ("Display", {}, "<pos left=\"20\" top=\"30\"/>" + size (60, 16));
-    panel->setVisible (true);
-    panel->addToDesktop (0);
-    auto& edited = display();
-
-    // More than once: each time the field has to give the focus back.
-    for (int i = 0; i < 3; ++i)
-    {
-        Mouse (edited).click();
-        ASSERT_TRUE (edited.isOnDesktop()) << i;
-        edited.keyPressed ({ 'x', juce::ModifierKeys(), 'x' });
-        edited.keyPressed (juce::KeyPress (juce::KeyPress::returnKey));
-        EXPECT_FALSE (edited.isOnDesktop());
-        EXPECT_EQ (edited.getParentComponent(), panel.get());
-        EXPECT_EQ (edited.getBounds(), juce::Rectangle<int> (20, 30, 60, 16));
-        EXPECT_FALSE (edited.hasKeyboardFocus (true));
-        runMessageLoopFor (20);
-    }
-
-    EXPECT_EQ (edited.getText(), "itxxx");
-}
-
 //==============================================================================
 TEST_F (Displays, NumbersHaveDigitsAndARange)
 {
