@@ -37,6 +37,15 @@ export QUILVANE_PLUGIN="dist/Quilvane 2.so"
 say "Drawing the spectrograms"
 "$host" plot "$input" out/phaser.wav out/phaser.png --ratio "${plot_options[@]}"
 
+say "Painting the editor"
+"$host" screenshot out/editor.png
+
 say "Done"
 echo "Hear out/phaser.wav and see out/phaser.png: the input, the output with its notches sweeping, and the change between them."
+echo "See out/editor.png: the plug-in's window."
 echo "For a DAW, copy \"dist/Quilvane 2.so\" and \"dist/Quilvane 2_data\" into ~/.vst and let the DAW scan for VST 2 plug-ins."
+
+if [ -n "${DISPLAY:-}" ] && [ -t 0 ]; then
+    read -r -p "Open the window and play? [y/N] " answer
+    [[ $answer != [yY]* ]] || "$host" edit "$input"
+fi

@@ -2,8 +2,6 @@
 
 // What displays show for a value or a text, and how a text is edited.
 
-#include <cstdlib>
-
 #include "skin/GFXAnimation.h"
 #include "skin/GFXDisplay.h"
 #include "skin/NoteDisplay.h"

@@ -4,8 +4,8 @@
 
 #include "Commands.h"
 #include "Failure.h"
-#include "MessageLoop.h"
 #include "HostedPlugin.h"
+#include "MessageLoop.h"
 #include "Options.h"
 #include "PresetBank.h"
 #include "Progress.h"

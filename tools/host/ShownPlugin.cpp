@@ -74,8 +74,7 @@ void ShownPlugin::open()
     close();
     window.reset (processor->createEditor());
 
-    if (getEditor().getSkinPanel() == nullptr
-        || (wantedSkin.isNotEmpty() && getEditor().getSkinName() != wantedSkin))
+    if (getEditor().getSkinPanel() == nullptr || (wantedSkin.isNotEmpty() && getEditor().getSkinName() != wantedSkin))
         throw Failure ("the skin \"" + wantedSkin + "\" can't be loaded");
 }
 

@@ -22,9 +22,6 @@ juce::ConsoleApplication::Command makeListCommand();
 /** Opens a package by the name that the user gave, or throws a Failure. */
 PackageFile openPackage (const juce::String& name);
 
-/** A text from a package, without the characters that a terminal would obey. */
-juce::String printable (const juce::String&);
-
 /** The package in one line: its name, revision and number of presets. */
 juce::String describe (const PackageFile&);
 

@@ -5,6 +5,7 @@
 #include "Commands.h"
 #include "Options.h"
 #include "PresetFolder.h"
+#include "PrintableText.h"
 #include "content/PackageFile.h"
 #include "parameters/BoundedXml.h"
 

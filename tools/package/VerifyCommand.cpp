@@ -6,6 +6,7 @@
 #include "Failure.h"
 #include "Options.h"
 #include "PresetFolder.h"
+#include "PrintableText.h"
 #include "content/PackageFile.h"
 #include "parameters/BoundedXml.h"
 
@@ -48,17 +49,6 @@ PackageFile openPackage (const juce::String& name)
         throw Failure (file.getFullPathName() + " is damaged, not signed, or not a package");
 
     return package;
-}
-
-juce::String printable (const juce::String& text)
-{
-    juce::String result;
-
-    for (auto c = text.getCharPointer(); ! c.isEmpty(); ++c)
-        result << juce::String::charToString (*c < 32 || (*c >= 127 && *c < 160) ? static_cast<juce::juce_wchar> ('?')
-                                                                                 : *c);
-
-    return result;
 }
 
 juce::String describe (const PackageFile& package)

@@ -7,6 +7,7 @@
 #include "Options.h"
 #include "OutputFile.h"
 #include "SkinArchive.h"
+#include "skin/SkinFile.h"
 
 namespace quilvane::skin
 {
@@ -20,8 +21,8 @@ void runPack (const juce::ArgumentList& arguments)
     const auto& names = options.requirePositional (2, 2, "FOLDER and FILE.k7rskin");
     const auto file = resolveFile (names[1]);
 
-    if (! file.hasFileExtension (skinExtension))
-        throw Failure (file.getFullPathName() + " should end in " + skinExtension);
+    if (! file.hasFileExtension (SkinFile::fileExtension))
+        throw Failure (file.getFullPathName() + " should end in " + SkinFile::fileExtension);
 
     const auto skin = packFolder (resolveFile (names[0]), file.getFileNameWithoutExtension());
 

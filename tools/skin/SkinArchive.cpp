@@ -8,6 +8,8 @@
 
 #include "Archive.h"
 #include "Failure.h"
+#include "PrintableText.h"
+#include "skin/SkinFile.h"
 
 namespace quilvane::skin
 {
@@ -15,10 +17,9 @@ namespace quilvane::skin
 namespace
 {
 
-constexpr juce::int64 megabyte = 1024 * 1024;
-
-constexpr ZipBounds containerBounds { 64 * megabyte, 16, 64 * megabyte, 128 * megabyte };
-constexpr ZipBounds contentBounds { 64 * megabyte, 1024, 32 * megabyte, 128 * megabyte };
+// What the plug-in takes.
+constexpr ZipBounds containerBounds { maximumSkinBytes, 16, maximumSkinBytes, 2 * maximumSkinBytes };
+constexpr ZipBounds contentBounds { maximumSkinBytes, maximumSkinEntries, maximumSkinBytes, 2 * maximumSkinBytes };
 
 juce::String computeDigest (const juce::MemoryBlock& content)
 {
@@ -42,17 +43,6 @@ std::unique_ptr<BoundedZip> openContent (const juce::MemoryBlock& content)
 
 } // namespace
 
-juce::String printable (const juce::String& text)
-{
-    juce::String result;
-
-    for (auto c = text.getCharPointer(); ! c.isEmpty(); ++c)
-        result << juce::String::charToString (*c < 32 || (*c >= 127 && *c < 160) ? static_cast<juce::juce_wchar> ('?')
-                                                                                 : *c);
-
-    return result;
-}
-
 juce::MemoryBlock packFolder (const juce::File& folder, const juce::String& name)
 {
     if (! folder.isDirectory())
@@ -74,8 +64,9 @@ juce::MemoryBlock packFolder (const juce::File& folder, const juce::String& name
     std::sort (members.begin(), members.end(),
                [] (const auto& a, const auto& b) { return a.name.compare (b.name) < 0; });
 
-    if (std::none_of (members.begin(), members.end(), [] (const auto& member) { return member.name == documentName; }))
-        throw Failure ("there is no " + juce::String (documentName) + " in " + folder.getFullPathName());
+    if (std::none_of (members.begin(), members.end(),
+                      [] (const auto& member) { return member.name == SkinFile::documentName; }))
+        throw Failure ("there is no " + juce::String (SkinFile::documentName) + " in " + folder.getFullPathName());
 
     const auto content = makeArchive (members);
 

@@ -11,15 +11,6 @@
 namespace quilvane::skin
 {
 
-/** What ends the name of a skin file. */
-constexpr const char* skinExtension = ".k7rskin";
-
-/** The skin document's name within a skin. */
-constexpr const char* documentName = "skin.xml";
-
-/** A file's name as it's read by people: without the characters that a terminal would obey. */
-juce::String printable (const juce::String&);
-
 /** A skin file of all files in a folder and the folders below it, with the same bytes for the same files.
     Throws a Failure.
     @param name the skin's name, which the members of the container bear */

@@ -7,6 +7,7 @@
 #include "Failure.h"
 #include "Options.h"
 #include "OutputFile.h"
+#include "PrintableText.h"
 #include "SkinArchive.h"
 
 namespace quilvane::skin

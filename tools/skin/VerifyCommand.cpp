@@ -2,13 +2,14 @@
 
 #include <iostream>
 
-#include <juce_gui_basics/juce_gui_basics.h>
-
 #include "Commands.h"
 #include "Failure.h"
 #include "Options.h"
+#include "PrintableText.h"
 #include "SkinArchive.h"
 #include "parameters/BoundedXml.h"
+#include "skin/BoundedImage.h"
+#include "skin/SkinFile.h"
 
 namespace quilvane::skin
 {
@@ -16,38 +17,14 @@ namespace quilvane::skin
 namespace
 {
 
-constexpr juce::int64 maximumImagePixels = 32 * 1000 * 1000;
-
-// The first chunk of a PNG file: where the picture's width and height stand.
-constexpr size_t pngHeaderBytes = 24;
-constexpr int pngWidthOffset = 16;
-constexpr int pngHeightOffset = 20;
-
 /** The attributes of all elements that may name an image. */
 constexpr const char* imageAttributes[] { "resource",    "background", "firstDigit",
                                           "secondDigit", "thirdDigit", "fourthDigit" };
 
 void checkImage (const juce::MemoryBlock& data, const juce::String& name)
 {
-    juce::MemoryInputStream stream (data, false);
-    juce::PNGImageFormat png;
-
-    if (data.getSize() < pngHeaderBytes || ! png.canUnderstand (stream))
-        throw Failure ("the image \"" + name + "\" is not a PNG file");
-
-    const auto* header = static_cast<const char*> (data.getData());
-    const auto width = static_cast<juce::int64> (juce::ByteOrder::bigEndianInt (header + pngWidthOffset));
-    const auto height = static_cast<juce::int64> (juce::ByteOrder::bigEndianInt (header + pngHeightOffset));
-
-    // Asked before the decoder makes room for them.
-    if (width < 1 || height < 1 || width > maximumImagePixels || height > maximumImagePixels
-        || width * height > maximumImagePixels)
-        throw Failure ("the image \"" + name + "\" is too large");
-
-    stream.setPosition (0);
-
-    if (! png.decodeImage (stream).isValid())
-        throw Failure ("the image \"" + name + "\" is damaged");
+    if (! decodeBoundedImage (data.getData(), data.getSize(), maximumSkinPixels).isValid())
+        throw Failure ("the image \"" + name + "\" is damaged, too large, or none that the plug-in reads");
 }
 
 void checkResources (const juce::XmlElement& element, BoundedZip& archive, juce::StringArray& known)
@@ -82,10 +59,10 @@ void runVerify (const juce::ArgumentList& arguments)
     const auto& names = options.requirePositional (1, 1, "one file, FILE.k7rskin");
     const auto file = resolveFile (names[0]);
     const auto archive = openSkin (file);
-    const auto index = archive->findEntry (documentName);
+    const auto index = archive->findEntry (SkinFile::documentName);
 
     if (index < 0)
-        throw Failure (file.getFullPathName() + " has no " + documentName);
+        throw Failure (file.getFullPathName() + " has no " + SkinFile::documentName);
 
     const auto document = parseBoundedXml (readMember (*archive, index).toString());
 
@@ -94,13 +71,13 @@ void runVerify (const juce::ArgumentList& arguments)
 
     juce::StringArray images;
 
-    // What the list of skins shows of each of them.
-    for (const auto* name : { "Background.png", "Thumbnail.png" })
-    {
-        juce::XmlElement listed ("gfx");
-        listed.setAttribute ("resource", name);
-        checkResources (listed, *archive, images);
-    }
+    // What lists of skins show; a skin may do without them.
+    for (const auto* name : { SkinFile::backgroundName, SkinFile::thumbnailName })
+        if (const auto preview = archive->findEntry (name); preview >= 0)
+        {
+            checkImage (readMember (*archive, preview), name);
+            images.add (name);
+        }
 
     checkResources (*document, *archive, images);
     std::cout << file.getFileName() << ": " << archive->getNumEntries() << " members, " << images.size()
