@@ -171,51 +171,6 @@ TEST_F (Widgets, IconsTakeTheColourOfTheText)
 }
 
 //==============================================================================
-TEST_F (Widgets, TheLookSetsItsColours)
-{
-    const DefaultLookAndFeel look;
-    const std::pair<int, juce::uint32> colours[] {
-        { 0x1000540, 0xffeb6e2a },
-        { 0xe000000, 0xffffa35f },
-        { 0xe000001, 0xffff6c00 },
-        { juce::TextEditor::highlightColourId, 0xffeb6e2a },
-        { juce::TextButton::buttonColourId, 0xff5d5d5d },
-        { juce::TextButton::textColourOffId, 0xffe0e0e0 },
-        { juce::TextButton::buttonOnColourId, 0xffb84a00 },
-        { juce::TextButton::textColourOnId, 0xffe0e0e0 },
-        { 0xf007000, 0xffbbbbbb },
-        { 0xf007003, 0xffa2a2a2 },
-        { 0xf007009, 0xff828282 },
-        { 0xf007006, 0xffe6e6e6 },
-        { 0xf00700a, 0xff4a6171 },
-        { juce::DrawableButton::backgroundColourId, 0xfff0f0f0 },
-        { juce::DrawableButton::backgroundOnColourId, 0xfff0f0f0 },
-        { juce::TooltipWindow::outlineColourId, 0xff444444 },
-        { 0xf001000, 0xffc5c5c5 },
-        { 0xf005000, 0xff7c7c7c },
-        { juce::ScrollBar::thumbColourId, 0xff6e6e6e },
-        { juce::ScrollBar::trackColourId, 0xffcccccc },
-        { 0xf002200, 0xffd0d0d0 },
-        { 0xf002202, 0xffd0d0d0 },
-        { 0xf003000, 0xffc5c5c5 },
-        { 0xf003002, 0xff5b5b5b },
-        { 0xf004001, 0xff444444 },
-        { 0xf000000, 0xffe3e3e3 },
-        { 0x1005003, 0xffffa35f },
-        { 0x1005004, 0xffff6c00 },
-        { juce::Slider::rotarySliderOutlineColourId, 0xff000000 },
-        { juce::Slider::rotarySliderFillColourId, 0xff808080 },
-    };
-
-    for (const auto& [id, argb] : colours)
-        EXPECT_EQ (look.findColour (id), juce::Colour (argb)) << std::hex << id;
-
-    // A further group in shades of its own.
-    for (const int id : { 0x1000541, 0xe000002, 0xe000003, 0xf006000, 0xf006001, 0xf007001, 0xf007005, 0xf007007,
-                          0xf001001, 0xf001002, 0xf002201, 0xf003001, 0xf004002, 0, 1, 2 })
-        EXPECT_TRUE (look.isColourSpecified (id)) << std::hex << id;
-}
-
 TEST_F (Widgets, TheLookDrawsOneThumbOrTwo)
 {
     DefaultSliderLAF look;
