@@ -2,6 +2,8 @@
 
 #include "skin/NoteDisplay.h"
 
+#include <utility>
+
 #include "skin/Fallbacks.h"
 #include "skin/NoteNames.h"
 #include "skin/SkinElement.h"
@@ -61,8 +63,10 @@ void NoteDisplay::updateFromParameter (Parameter& parameter)
 
 void NoteDisplay::setNote (int midiNote)
 {
-    note = juce::jlimit (0, lastNote, midiNote);
-    repaint();
+    midiNote = juce::jlimit (0, lastNote, midiNote);
+
+    if (std::exchange (note, midiNote) != midiNote)
+        repaint();
 }
 
 void NoteDisplay::setNoteOff (bool shouldShowNoNote)

@@ -3,6 +3,7 @@
 #include "skin/NumericDisplay.h"
 
 #include <cmath>
+#include <utility>
 
 #include "skin/Fallbacks.h"
 #include "skin/SkinElement.h"
@@ -41,6 +42,9 @@ void DisplayCell::paint (juce::Graphics& g)
 
 void NumericDisplayDigit::show (int newDigit, bool blank)
 {
+    if (digit == newDigit && isBlank == blank)
+        return;
+
     digit = newDigit;
     isBlank = blank;
     repaint();
@@ -48,8 +52,8 @@ void NumericDisplayDigit::show (int newDigit, bool blank)
 
 void NumericDisplaySign::show (bool negative)
 {
-    isNegative = negative;
-    repaint();
+    if (std::exchange (isNegative, negative) != negative)
+        repaint();
 }
 
 //==============================================================================
