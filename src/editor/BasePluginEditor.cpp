@@ -68,7 +68,8 @@ BasePluginEditor::BasePluginEditor (BasePlugin& owner, bool loadsSkinFiles) :
     addChildComponent (buildLabel);
     buildLabel.setVisible (! plugin.getReleaseChannel().equalsIgnoreCase ("master"));
 
-    setPanelSize (initialWidth, initialHeight);
+    panelHeight = initialHeight;
+    setSize (initialWidth, initialHeight + statusBar.getHeight());
 }
 
 BasePluginEditor::~BasePluginEditor()
@@ -87,6 +88,8 @@ BasePluginEditor::~BasePluginEditor()
 
 void BasePluginEditor::start()
 {
+    layOutStatusBar();
+
     if (! usesSkinFiles)
         loadSkin ({});
     else

@@ -27,7 +27,7 @@ protected:
 private:
     struct Oscillator
     {
-        int syncParameterId;
+        int syncParameterId = -1;
         juce::Component* rate = nullptr;
         juce::Component* noteRate = nullptr;
         juce::Component* noteScale = nullptr;

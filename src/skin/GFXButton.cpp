@@ -33,7 +33,7 @@ void GFXButton::readFromXml (const juce::XmlElement& element, SkinFile& skin)
     if (getParameter() != nullptr)
         setTriggeredOnMouseDown (true);
 
-    const auto autorepeat = element.getStringAttribute ("autorepeat");
+    const auto& autorepeat = element.getStringAttribute ("autorepeat");
 
     if (autorepeat == "yes")
         setRepeatSpeed (repeatDelayMs, repeatIntervalMs);

@@ -56,7 +56,7 @@ void GFXDisplay::readFont (const juce::XmlElement& gfx, SkinFile& skin)
     fontHeight = juce::jlimit (0, maximumControlSize, gfx.getIntAttribute ("fontHeight"));
 
     if (const auto first = gfx.getStringAttribute ("firstASCII", " "); first.isNotEmpty())
-        firstASCII = static_cast<int> (first[0]);
+        firstASCII = static_cast<int> (static_cast<juce::uint32> (first[0]));
 
     // Half of the image's rows are for the caret.
     const auto numGlyphs = fontHeight >= 1 ? fontImage.getHeight() / 2 / fontHeight : 1;
@@ -295,7 +295,7 @@ void GFXDisplay::paint (juce::Graphics& g)
 
 void GFXDisplay::drawGlyph (juce::Graphics& g, juce::juce_wchar character, int column, bool atCaret) const
 {
-    const auto code = static_cast<int> (character);
+    const auto code = static_cast<int> (static_cast<juce::uint32> (character));
     const auto index =
         juce::isPositiveAndNotGreaterThan (code - firstASCII, lastASCII - firstASCII) ? code - firstASCII : 0;
     const auto row = index + (atCaret ? lastASCII - firstASCII + 1 : 0);

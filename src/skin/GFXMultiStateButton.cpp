@@ -11,9 +11,9 @@ namespace quilvane
 
 void GFXMultiStateButton::readFromXml (const juce::XmlElement& element, SkinFile& skin)
 {
-    GUIController::readFromXml (element, skin);
+    readLinks (element, skin);
 
-    if (const auto style = element.getStringAttribute ("style"); style == "2D" || style == "3D")
+    if (const auto& style = element.getStringAttribute ("style"); style == "2D" || style == "3D")
         is3D = style == "3D";
 
     if (const auto states = element.getIntAttribute ("states", statesNum); states >= 2 && states <= maximumControlSize)

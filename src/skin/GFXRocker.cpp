@@ -9,7 +9,7 @@ void GFXRocker::readFromXml (const juce::XmlElement& element, SkinFile& skin)
 {
     BaseGFXController::readFromXml (element, skin);
 
-    const auto type = element.getStringAttribute ("type");
+    const auto& type = element.getStringAttribute ("type");
 
     if (type == "vertical" || type == "horizontal")
         isHorizontal = type == "horizontal";

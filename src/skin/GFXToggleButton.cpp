@@ -23,9 +23,9 @@ GFXToggleButton::~GFXToggleButton()
 
 void GFXToggleButton::readFromXml (const juce::XmlElement& element, SkinFile& skin)
 {
-    GUIController::readFromXml (element, skin);
+    readLinks (element, skin);
 
-    if (const auto style = element.getStringAttribute ("style"); style == "2D" || style == "3D")
+    if (const auto& style = element.getStringAttribute ("style"); style == "2D" || style == "3D")
         is3D = style == "3D";
 
     if (const auto* gfx = element.getChildByName ("gfx"))

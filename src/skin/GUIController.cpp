@@ -22,6 +22,11 @@ GUIController::~GUIController()
 
 void GUIController::readFromXml (const juce::XmlElement& element, SkinFile& skin)
 {
+    readLinks (element, skin);
+}
+
+void GUIController::readLinks (const juce::XmlElement& element, SkinFile& skin)
+{
     auto& plugin = skin.getPlugin();
     paramReset = element.getBoolAttribute ("paramReset", true);
 

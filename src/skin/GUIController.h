@@ -68,6 +68,9 @@ public:
     void parameterChanged (Parameter&) override;
 
 protected:
+    /** What readFromXml() does here, for controls that leave out what the classes between do. */
+    void readLinks (const juce::XmlElement&, SkinFile&);
+
     // From the user to the parameter and the listeners. Without a parameter the listeners are told all the same.
     void beginGesture();
     void endGesture();

@@ -202,8 +202,10 @@ void NumericDisplay::mouseDown (const juce::MouseEvent& e)
 
 void NumericDisplay::mouseDrag (const juce::MouseEvent& e)
 {
+    const int numSteps = e.getDistanceFromDragStartY() / pixelsPerStep;
+
     if (dragWeight > 0.0)
-        setValue (dragStartValue - dragWeight * (e.getDistanceFromDragStartY() / pixelsPerStep), true);
+        setValue (dragStartValue - dragWeight * numSteps, true);
 }
 
 void NumericDisplay::mouseUp (const juce::MouseEvent&)
