@@ -54,7 +54,7 @@ public:
     void add (const juce::String& name, const juce::MemoryBlock& data)
     {
         constexpr int compression = 9;
-        builder.addEntry (new juce::MemoryInputStream (data, true), compression, name, {});
+        builder.addEntry (new juce::MemoryInputStream (data, true), compression, name, juce::Time (2000, 0, 1, 12, 0));
     }
 
     void add (const juce::String& name, const juce::String& text)

@@ -35,7 +35,7 @@ void runScreenshot (const juce::ArgumentList& arguments)
     OutputFile::check (output);
 
     // No display is looked for, and none that goes away can end the work.
-    setenv ("DISPLAY", ":65535", 1);
+    setenv ("DISPLAY", ":65535", 1); // NOLINT(concurrency-mt-unsafe): no other thread reads it yet
 
     const auto data = options.getValue ("--data");
     const auto dataFolder =

@@ -191,9 +191,9 @@ void Painter::drawRepeat (const juce::XmlElement& element, const Place& place)
     const auto to = evaluate (requireAttribute (element, "to"), place.variables);
     auto inner = place;
 
-    for (auto value = from; value <= to; value += 1.0)
+    for (int i = 0; from + i <= to; ++i)
     {
-        inner.variables[name] = value;
+        inner.variables[name] = from + i;
         drawChildren (element, inner);
     }
 }
@@ -271,7 +271,7 @@ void Painter::drawText (const Pen& pen, const juce::XmlElement& element, const P
     const auto& lettering = source.getLettering (requireAttribute (element, "font"));
     auto outline = lettering.getOutline (text, cap, pen.get ("tracking", 0.0f));
 
-    const auto align = element.getStringAttribute ("align");
+    const auto& align = element.getStringAttribute ("align");
     const auto width = outline.getBounds().getWidth();
     const auto shift = align == "centre" ? -width / 2 : align == "right" ? -width : 0.0f;
     const auto isCentred = element.hasAttribute ("middle");
