@@ -22,7 +22,7 @@ constexpr int numCharacters = lastCharacter - firstCharacter + 1;
 juce::Image makeThumbnail (const juce::Image& picture)
 {
     const auto reduction = juce::roundToInt (static_cast<float> (picture.getWidth()) / thumbnailWidth);
-    const auto thumbnail = makeImage (picture.getWidth() / reduction, picture.getHeight() / reduction);
+    auto thumbnail = makeImage (picture.getWidth() / reduction, picture.getHeight() / reduction);
 
     // The mean of whole blocks of pixels, all of which are opaque.
     for (int y = 0; y < thumbnail.getHeight(); ++y)
@@ -42,8 +42,7 @@ juce::Image makeThumbnail (const juce::Image& picture)
             }
 
             const auto mean = [=] (int sum) { return static_cast<juce::uint8> (sum / (reduction * reduction)); };
-            auto image = thumbnail;
-            image.setPixelAt (x, y, { mean (red), mean (green), mean (blue) });
+            thumbnail.setPixelAt (x, y, { mean (red), mean (green), mean (blue) });
         }
     }
 
@@ -105,7 +104,7 @@ struct SkinDrawing::PanelInProgress
 {
     Canvas& canvas;
     juce::XmlElement& controls;
-    std::vector<std::function<void (juce::Image)>>& previews; // drawn on top, in order
+    std::vector<std::function<void (const juce::Image&)>>& previews; // drawn on top, in order
     juce::AffineTransform transform;
 };
 
@@ -138,7 +137,7 @@ void SkinDrawing::drawLogo (const juce::XmlElement& logo)
 }
 
 void SkinDrawing::drawPanel (const juce::XmlElement& element, juce::Rectangle<int> bounds, juce::XmlElement& described,
-                             juce::Image previewOfPanel, bool isShown)
+                             const juce::Image& previewOfPanel, bool isShown)
 {
     const auto imageName = requireAttribute (element, "image");
     described.setAttribute ("name", requireAttribute (element, "name"));
@@ -149,7 +148,7 @@ void SkinDrawing::drawPanel (const juce::XmlElement& element, juce::Rectangle<in
     describeBounds (described, bounds);
 
     Canvas canvas (bounds.getWidth(), bounds.getHeight());
-    std::vector<std::function<void (juce::Image)>> previews;
+    std::vector<std::function<void (const juce::Image&)>> previews;
     PanelInProgress progress { canvas, *described.createNewChildElement ("controls"), previews,
                                juce::AffineTransform::scale (static_cast<float> (size.scale)) };
 
@@ -212,8 +211,8 @@ void SkinDrawing::addNestedPanel (PanelInProgress& panel, const juce::XmlElement
     position->setAttribute ("top", bounds.getY());
     panel.controls.addChildElement (new juce::XmlElement (described));
 
-    panel.previews.push_back ([inner, bounds] (juce::Image target)
-                              { drawPart (target, inner, inner.getBounds(), bounds.getPosition()); });
+    panel.previews.emplace_back ([inner, bounds] (const juce::Image& target)
+                                 { drawPart (target, inner, inner.getBounds(), bounds.getPosition()); });
 }
 
 //==============================================================================
@@ -267,7 +266,8 @@ void SkinDrawing::addStripControl (PanelInProgress& panel, const juce::XmlElemen
     const auto frame = static_cast<int> (std::floor (value * (numFrames - 1) + 0.5));
     const juce::Rectangle<int> shown (0, frame * height, width, height);
 
-    panel.previews.push_back ([strip, shown, corner] (juce::Image target) { drawPart (target, strip, shown, corner); });
+    panel.previews.emplace_back ([strip, shown, corner] (const juce::Image& target)
+                                 { drawPart (target, strip, shown, corner); });
 }
 
 const juce::Image& SkinDrawing::drawStrip (const juce::XmlElement& pieces, const juce::String& name, int width,
@@ -301,7 +301,8 @@ const juce::Image& SkinDrawing::drawStrip (const juce::XmlElement& pieces, const
     return keepImage (name, description, strip);
 }
 
-const juce::Image& SkinDrawing::keepImage (const juce::String& name, const juce::String& description, juce::Image image)
+const juce::Image& SkinDrawing::keepImage (const juce::String& name, const juce::String& description,
+                                           const juce::Image& image)
 {
     const auto found = images.find (name);
 
@@ -354,8 +355,8 @@ void SkinDrawing::addDisplay (PanelInProgress& panel, const juce::XmlElement& el
 
     const auto text = element.getStringAttribute ("preview").substring (0, numShown);
 
-    panel.previews.push_back (
-        [=] (juce::Image target)
+    panel.previews.emplace_back (
+        [=] (const juce::Image& target)
         {
             for (int i = 0; i < text.length(); ++i)
             {

@@ -35,7 +35,7 @@ private:
     struct PanelInProgress;
 
     void drawPanel (const juce::XmlElement&, juce::Rectangle<int> bounds, juce::XmlElement& described,
-                    juce::Image previewOfPanel, bool isShown);
+                    const juce::Image& previewOfPanel, bool isShown);
     void drawLogo (const juce::XmlElement&);
     void addControl (PanelInProgress&, const juce::XmlElement&, const Place&);
     void addNestedPanel (PanelInProgress&, const juce::XmlElement&, const Place&);
@@ -45,7 +45,7 @@ private:
     const juce::Image& drawStrip (const juce::XmlElement& pieces, const juce::String& name, int width, int height,
                                   int numFrames, const Place& local);
     const juce::Image& drawFont (const juce::XmlElement& font);
-    const juce::Image& keepImage (const juce::String& name, const juce::String& description, juce::Image);
+    const juce::Image& keepImage (const juce::String& name, const juce::String& description, const juce::Image&);
 
     const SkinSource& source;
     SkinSize size;

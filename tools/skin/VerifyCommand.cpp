@@ -31,7 +31,7 @@ void checkResources (const juce::XmlElement& element, BoundedZip& archive, juce:
 {
     for (const auto* attribute : imageAttributes)
     {
-        const auto name = element.getStringAttribute (attribute);
+        const auto& name = element.getStringAttribute (attribute);
 
         if (name.isEmpty() || known.contains (name))
             continue;
