@@ -12,6 +12,8 @@ namespace quilvane::skin
 namespace
 {
 
+constexpr int deepestUse = 32; // macros within macros
+
 float scaleOf (const juce::AffineTransform& transform)
 {
     return std::sqrt (std::abs (transform.getDeterminant()));
@@ -187,13 +189,13 @@ void Painter::drawGroup (const juce::XmlElement& element, Place place)
 void Painter::drawRepeat (const juce::XmlElement& element, const Place& place)
 {
     const auto name = requireAttribute (element, "var");
-    const auto from = evaluate (requireAttribute (element, "from"), place.variables);
-    const auto to = evaluate (requireAttribute (element, "to"), place.variables);
+    const auto from = juce::roundToInt (evaluate (requireAttribute (element, "from"), place.variables));
+    const auto to = juce::roundToInt (evaluate (requireAttribute (element, "to"), place.variables));
     auto inner = place;
 
-    for (int i = 0; from + i <= to; ++i)
+    for (int value = from; value <= to; ++value)
     {
-        inner.variables[name] = from + i;
+        inner.variables[name] = value;
         drawChildren (element, inner);
     }
 }
@@ -205,6 +207,10 @@ void Painter::drawUse (const juce::XmlElement& element, const Place& place)
     const Pen pen (element, place);
 
     auto inner = place;
+
+    if (++inner.depth > deepestUse)
+        throw Failure ("the Macro \"" + macro->getStringAttribute ("name") + "\" uses itself");
+
     inner.transform =
         juce::AffineTransform::translation (pen.get ("x", 0.0f), pen.get ("y", 0.0f)).followedBy (place.transform);
     drawChildren (*macro, inner);

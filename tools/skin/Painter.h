@@ -17,6 +17,7 @@ struct Place
     juce::AffineTransform transform;
     Variables variables;
     float opacity = 1.0f;
+    int depth = 0; // of macros
 };
 
 /** Draws the elements of a skin's sources; their list stands at the head of panel.xml. */

@@ -50,7 +50,8 @@ juce::MemoryBlock packFolder (const juce::File& folder, const juce::String& name
 
     std::vector<Member> members;
 
-    for (const auto& file : folder.findChildFiles (juce::File::findFiles | juce::File::ignoreHiddenFiles, true))
+    for (const auto& file : folder.findChildFiles (juce::File::findFiles | juce::File::ignoreHiddenFiles, true, "*",
+                                                   juce::File::FollowSymlinks::no))
     {
         Member member { file.getRelativePathFrom (folder).replaceCharacter ('\\', '/'), {} };
 

@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "BitmapFont.h"
 #include "Failure.h"
 
 namespace quilvane::skin
@@ -13,11 +14,6 @@ namespace
 {
 
 constexpr int thumbnailWidth = 200; // pixels, about
-
-// The characters of a display's bitmap font.
-constexpr juce::juce_wchar firstCharacter = 32;
-constexpr juce::juce_wchar lastCharacter = 191;
-constexpr int numCharacters = lastCharacter - firstCharacter + 1;
 
 juce::Image makeThumbnail (const juce::Image& picture)
 {
@@ -319,18 +315,6 @@ const juce::Image& SkinDrawing::keepImage (const juce::String& name, const juce:
 }
 
 //==============================================================================
-namespace
-{
-
-struct FontCell
-{
-    int width;
-    int height;
-    float cap;
-};
-
-} // namespace
-
 void SkinDrawing::addDisplay (PanelInProgress& panel, const juce::XmlElement& element, const Place& place)
 {
     const auto& font = source.find ("BitmapFont", requireAttribute (element, "font"));
@@ -338,7 +322,7 @@ void SkinDrawing::addDisplay (PanelInProgress& panel, const juce::XmlElement& el
     numPixelsInMemory += strip.getWidth() * strip.getHeight();
 
     const auto cellWidth = strip.getWidth();
-    const auto cellHeight = strip.getHeight() / (2 * numCharacters);
+    const auto cellHeight = strip.getHeight() / numFontRows;
     const auto numShown = juce::roundToInt (evaluate (requireAttribute (element, "chars"), place.variables));
     const auto corner = pixelOf (element, place);
 
@@ -360,13 +344,12 @@ void SkinDrawing::addDisplay (PanelInProgress& panel, const juce::XmlElement& el
         {
             for (int i = 0; i < text.length(); ++i)
             {
-                const auto row = static_cast<int> (text[i] - firstCharacter) * cellHeight;
+                const auto row = static_cast<int> (text[i] - firstFontCharacter) * cellHeight;
                 drawPart (target, strip, { 0, row, cellWidth, cellHeight }, corner.translated (i * cellWidth, 0));
             }
         });
 }
 
-/** All characters on nothing, and again as they are under the caret: dark on a filled cell. */
 const juce::Image& SkinDrawing::drawFont (const juce::XmlElement& font)
 {
     const auto name = requireAttribute (font, "image");
@@ -374,41 +357,7 @@ const juce::Image& SkinDrawing::drawFont (const juce::XmlElement& font)
     if (images.count (name) != 0)
         return images[name];
 
-    const auto& lettering = source.getLettering (requireAttribute (font, "font"));
-    const auto cap = juce::jmax (static_cast<float> (size.leastCap),
-                                 static_cast<float> (std::round (font.getDoubleAttribute ("cap") * size.scale)));
-    const auto advance = lettering.getAdvance ('0', cap);
-    const auto width =
-        static_cast<int> (std::ceil (advance + static_cast<float> (font.getDoubleAttribute ("looseness"))));
-    const auto height = juce::roundToInt (font.getDoubleAttribute ("line") * size.scale);
-    const auto baseline = std::round ((static_cast<float> (height) + cap) / 2);
-
-    Canvas canvas (width, height);
-    auto strip = makeImage (width, height * numCharacters * 2);
-    juce::Path cell;
-    cell.addRectangle (0.0f, 0.0f, static_cast<float> (width), static_cast<float> (height));
-
-    const auto text = source.getFill (requireAttribute (font, "fill"));
-    const auto caret = source.getFill (requireAttribute (font, "caret"));
-    const auto textInCaret = source.getFill (requireAttribute (font, "caretText"));
-
-    for (int i = 0; i < 2 * numCharacters; ++i)
-    {
-        const auto isUnderCaret = i >= numCharacters;
-        auto glyph = lettering.getGlyph (firstCharacter + static_cast<juce::juce_wchar> (i % numCharacters), cap);
-        glyph.applyTransform (
-            juce::AffineTransform::translation ((static_cast<float> (width) - advance) / 2, baseline));
-
-        canvas.clear();
-
-        if (isUnderCaret)
-            canvas.fill (cell, caret.top, caret.bottom);
-
-        canvas.fill (glyph, isUnderCaret ? textInCaret.top : text.top, isUnderCaret ? textInCaret.bottom : text.bottom);
-        canvas.copyTo (strip, 0, i * height);
-    }
-
-    return keepImage (name, {}, strip);
+    return keepImage (name, {}, drawBitmapFont (font, source, size));
 }
 
 } // namespace quilvane::skin

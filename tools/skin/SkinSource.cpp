@@ -82,6 +82,9 @@ SkinSource::SkinSource (const juce::File& f, const juce::File& fonts) : folder (
 
 void SkinSource::include (const juce::File& file)
 {
+    if (! included.insert (file.getFullPathName()).second)
+        throw Failure (file.getFullPathName() + " is included twice");
+
     const auto document = readDocument (file);
 
     for (const auto* child : document->getChildIterator())

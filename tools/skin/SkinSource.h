@@ -4,6 +4,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
@@ -64,6 +65,7 @@ private:
 
     juce::File folder;
     juce::File fontFolder;
+    std::set<juce::String> included;
     std::map<juce::String, std::unique_ptr<juce::XmlElement>> pieces;
     std::map<juce::String, juce::Colour> palette;
     std::map<juce::String, SkinSize> sizes;
