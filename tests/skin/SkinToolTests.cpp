@@ -102,8 +102,8 @@ TEST_F (SkinTool, PacksVerifiesAndUnpacksAFolder)
 
 TEST_F (SkinTool, WritesNothingOutsideTheFolder)
 {
-    for (const auto* name : { "../out.txt", "/quilvane-out.txt", "a/../../out.txt", "~out", "a\\..\\out", ".hidden",
-                              "", "a//b", "C:out", "skin.xml/..", "SKIN.XML" })
+    for (const auto* name : { "../out.txt", "/quilvane-out.txt", "a/../../out.txt", "~out", "a\\..\\out", ".hidden", "",
+                              "a//b", "C:out", "skin.xml/..", "SKIN.XML" })
     {
         writeSkin ("Bad", { { "skin.xml", textBytes ("<PluginEditor/>") }, { name, textBytes ("x") } });
         expectRefusal ({ "unpack", path ("Bad.k7rskin"), path ("Bad") });
@@ -155,6 +155,9 @@ TEST_F (SkinTool, VerifyNamesWhatIsWrong)
     expectRefusal ({ "draw", path ("missing"), path ("Out"), "--size", "Big" });
 }
 
+// The build has drawn both skins already, which takes minutes under sanitizers.
+#if ! QUILVANE_SANITIZED
+
 TEST_F (SkinTool, DrawsTheProductsSkinsAlikeEachTime)
 {
     constexpr int least = 101; // frames of a knob
@@ -178,3 +181,5 @@ TEST_F (SkinTool, DrawsTheProductsSkinsAlikeEachTime)
 
     expectRefusal ({ "draw", QUILVANE_SKINS_FOLDER, path ("Out"), "--size", "Huge" });
 }
+
+#endif
