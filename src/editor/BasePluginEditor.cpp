@@ -97,7 +97,7 @@ void BasePluginEditor::start()
         // A name that was kept stands if there is such a skin.
         const auto skins = findSkins();
 
-        if (! skins.contains (getSkinName()))
+        if (! skins.contains (getSkinName(), true))
             setWantedSkin (skins[0]);
 
         if (skins.isEmpty())

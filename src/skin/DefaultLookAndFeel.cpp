@@ -98,7 +98,8 @@ juce::Typeface::Ptr DefaultLookAndFeel::getTypefaceForFont (const juce::Font& fo
     static const auto installed = juce::Font::findAllTypefaceNames();
     const auto name = font.getTypefaceName();
 
-    // What the machine hasn't doesn't give any other of its fonts; JUCE's own placeholders stand in brackets.
+    // A font that the machine lacks gives our own rather than another of the machine's. JUCE's generic names, such as
+    // "<Monospaced>", stand in brackets and are no fonts to look for.
     const auto isOurs =
         name == juce::Font::getDefaultSansSerifFontName() || ! (name.startsWithChar ('<') || installed.contains (name));
     return isOurs ? getEmbeddedTypeface() : DefaultSliderLAF::getTypefaceForFont (font);

@@ -9,14 +9,10 @@
 
 using namespace quilvane;
 using namespace quilvane::test;
+using namespace quilvane::test::keys;
 
 namespace
 {
-
-constexpr int left = juce::ModifierKeys::leftButtonModifier;
-constexpr int right = juce::ModifierKeys::rightButtonModifier;
-constexpr int shift = juce::ModifierKeys::shiftModifier;
-constexpr int ctrl = juce::ModifierKeys::ctrlModifier;
 
 class Buttons : public SkinTest
 {

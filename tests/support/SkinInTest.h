@@ -14,6 +14,17 @@
 namespace quilvane::test
 {
 
+/** Short names for what is held during a click. */
+namespace keys
+{
+
+inline constexpr int left = juce::ModifierKeys::leftButtonModifier;
+inline constexpr int right = juce::ModifierKeys::rightButtonModifier;
+inline constexpr int shift = juce::ModifierKeys::shiftModifier;
+inline constexpr int ctrl = juce::ModifierKeys::ctrlModifier;
+
+} // namespace keys
+
 /** What a control tells: "begin", "change", "end", or an event's number. */
 class ControlLog : public GUIController::Listener, public Parameter::Listener
 {
