@@ -23,12 +23,6 @@ namespace
 constexpr double constructionRate = 44100.0; // Hz
 constexpr int numDebugParameters = 12;
 
-/** A file that the settings name; no file unless the path is a whole one. */
-juce::File fileFromSetting (const juce::String& path)
-{
-    return juce::File::isAbsolutePath (path) ? juce::File (path) : juce::File();
-}
-
 } // namespace
 
 BasePlugin::BasePlugin (std::unique_ptr<ParameterManager> manager, EmbeddedTextLoader embeddedTexts) :
@@ -132,7 +126,7 @@ void BasePlugin::initialiseEnvironment()
     midiControlMap.setName (getProductName());
 
     if (useMidiMapFile)
-        midiControlMap.loadFromFile (fileFromSetting (midiMapFile));
+        midiControlMap.loadFromFile (Directories::fileFromSetting (midiMapFile));
 
     loadHostMap();
     parameters->startUpdates();
@@ -373,7 +367,7 @@ void BasePlugin::loadHostMapXml (const juce::XmlElement& xml)
 void BasePlugin::loadHostMap()
 {
     const auto embeddedName = ("default." + getShortName() + "hpmap").toLowerCase();
-    const auto xml = useHostMapFile ? parseBoundedXml (fileFromSetting (hostMapFile))
+    const auto xml = useHostMapFile ? parseBoundedXml (Directories::fileFromSetting (hostMapFile))
                                     : parseBoundedXml (loadEmbeddedText (embeddedName));
 
     if (xml != nullptr)

@@ -22,6 +22,7 @@
 namespace quilvane
 {
 
+class EnumParameter;
 class PluginAudioProcessor;
 class PluginEditor;
 class PresetChangeDetector;
@@ -155,6 +156,31 @@ public:
     void saveSettings() const;
 
     juce::File getSettingsFile() const;
+
+    /** The map of MIDI controllers that new instances begin with, where it is used. */
+    struct DefaultMidiMap
+    {
+        juce::File file; // juce::File() for none
+        bool isUsed = false;
+    };
+
+    DefaultMidiMap getDefaultMidiMap() const;
+
+    /** Is kept with the settings; the map of this instance stays as it is. */
+    void setDefaultMidiMap (const DefaultMidiMap&);
+
+    /** Of the files of MIDI control maps, with its point. */
+    juce::String getMidiMapExtension() const { return "." + getShortName().toLowerCase() + "ccmap"; }
+
+    // The qualities of this instance and of new ones; null in a product without.
+    struct QualityParameters
+    {
+        EnumParameter* realTime;
+        EnumParameter* offline;
+    };
+
+    QualityParameters getQualityParameters() const;
+    QualityParameters getDefaultQualityParameters() const;
 
     //==============================================================================
     // The user interface. Message thread.

@@ -6,6 +6,7 @@
 #include "core/FrameworkIds.h"
 #include "core/PluginEditor.h"
 #include "parameters/BoundedXml.h"
+#include "parameters/IntParameter.h"
 #include "parameters/SafeFile.h"
 
 namespace quilvane
@@ -125,6 +126,29 @@ void BasePlugin::saveSettings() const
 
     // Two instances that close at once leave one whole file, whichever it is.
     replaceFileSafely (getSettingsFile(), settings);
+}
+
+//==============================================================================
+BasePlugin::DefaultMidiMap BasePlugin::getDefaultMidiMap() const
+{
+    return { Directories::fileFromSetting (midiMapFile), useMidiMapFile };
+}
+
+void BasePlugin::setDefaultMidiMap (const DefaultMidiMap& map)
+{
+    midiMapFile = map.file.getFullPathName();
+    useMidiMapFile = map.isUsed;
+}
+
+BasePlugin::QualityParameters BasePlugin::getQualityParameters() const
+{
+    return { dynamic_cast<EnumParameter*> (realTimeQuality), dynamic_cast<EnumParameter*> (offlineQuality) };
+}
+
+BasePlugin::QualityParameters BasePlugin::getDefaultQualityParameters() const
+{
+    const auto find = [this] (int id) { return dynamic_cast<EnumParameter*> (parameters->getParameter (id)); };
+    return { find (frameworkIds::defaultRealTimeQuality), find (frameworkIds::defaultOfflineQuality) };
 }
 
 } // namespace quilvane

@@ -38,6 +38,12 @@ public:
     /** The folder of a name; none for an unknown one. */
     juce::File get (const juce::String& name) const;
 
+    /** A file that the settings name; no file unless the path is a whole one. */
+    static juce::File fileFromSetting (const juce::String& path)
+    {
+        return juce::File::isAbsolutePath (path) ? juce::File (path) : juce::File();
+    }
+
 private:
     std::map<juce::String, juce::File> folders;
 };

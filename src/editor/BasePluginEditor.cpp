@@ -52,7 +52,9 @@ juce::Component* findByName (juce::Component& parent, const juce::String& name)
 BasePluginEditor::BasePluginEditor (BasePlugin& owner, bool loadsSkinFiles) :
     plugin (owner),
     usesSkinFiles (loadsSkinFiles),
-    tooltipWindow (this, tooltipDelayMs)
+    statusBar (owner, *this),
+    tooltipWindow (this, tooltipDelayMs),
+    windows (*this, owner)
 {
     auto& look = sharedLook->look;
     setOpaque (true);
@@ -77,6 +79,7 @@ BasePluginEditor::~BasePluginEditor()
     stopTimer();
     cancelPendingUpdate();
     plugin.getParameters().removeFromAll (this);
+    closeWindows();
     buildLabel.removeMouseListener (this);
 
     if (skinPanel != nullptr)
@@ -120,13 +123,13 @@ juce::String BasePluginEditor::makeBuildText() const
 void BasePluginEditor::windowOpened()
 {
     openedOnce = true;
+    statusBar.createButtons();
     loadWantedSkin();
 }
 
 void BasePluginEditor::windowClosed()
 {
-    if (floatingLayer.getShown() != nullptr)
-        floatingLayer.hide (*floatingLayer.getShown(), nullptr);
+    closeWindows();
 
     // The release of a button that is held now won't be seen.
     if (skinPanel != nullptr)
@@ -147,14 +150,14 @@ void BasePluginEditor::paint (juce::Graphics& g)
 std::unique_ptr<juce::XmlElement> BasePluginEditor::saveSettings() const
 {
     auto xml = usesSkinFiles ? saveState() : std::make_unique<juce::XmlElement> (settingsTag);
-    xml->setAttribute (warningAttribute, presetChangeWarning ? 1 : 0);
+    xml->setAttribute (warningAttribute, windows.warnsOfPresetChange() ? 1 : 0);
     return xml;
 }
 
 void BasePluginEditor::loadSettings (const juce::XmlElement& parent)
 {
     if (const auto* xml = parent.getChildByName (settingsTag))
-        presetChangeWarning = xml->getBoolAttribute (warningAttribute, true);
+        windows.setPresetChangeWarning (xml->getBoolAttribute (warningAttribute, true));
 
     loadState (parent);
 }
@@ -221,6 +224,8 @@ void BasePluginEditor::switchSkin (const juce::String& name)
 
     if (! openedOnce)
         return;
+
+    closeWindows();
 
     if (skinPanel != nullptr)
         skinPanel->setVisible (false);
@@ -301,8 +306,7 @@ bool BasePluginEditor::loadSkin (const juce::String& name)
 
 void BasePluginEditor::showPanel (std::unique_ptr<GFXPanel> panel)
 {
-    if (auto* shown = floatingLayer.getShown())
-        floatingLayer.hide (*shown, nullptr);
+    closeWindows();
 
     if (skinPanel != nullptr)
         skinPanel->endPendingGesture();
@@ -315,6 +319,7 @@ void BasePluginEditor::showPanel (std::unique_ptr<GFXPanel> panel)
     skinPanel->addMouseListener (this, true);
 
     setPanelSize (skinPanel->getWidth(), skinPanel->getHeight());
+    windows.panelLoaded();
     skinLoaded();
 }
 
@@ -365,6 +370,20 @@ juce::Point<int> BasePluginEditor::getModalBounds() const
     return { share (getWidth()), share (getHeight() - getStatusBarHeight()) };
 }
 
+juce::Rectangle<int> BasePluginEditor::getModalArea() const
+{
+    const auto size = getModalBounds();
+    return juce::Rectangle<int> (getWidth(), panelHeight).withSizeKeepingCentre (size.x, size.y);
+}
+
+void BasePluginEditor::closeWindows()
+{
+    if (auto* shown = floatingLayer.getShown())
+        floatingLayer.hide (*shown, nullptr);
+
+    windows.closeAll();
+}
+
 void BasePluginEditor::showFloatingComponent (juce::Component& component, juce::Point<int> position,
                                               juce::Component* relativeTo, FloatingComponentOwner::Callback* callback)
 {
@@ -410,6 +429,24 @@ void BasePluginEditor::mouseDown (const juce::MouseEvent& e)
     }
     else if (e.mods.isLeftButtonDown() && e.mods.isShiftDown())
         resetControl (e, true);
+    else if (e.mods.isRightButtonDown())
+    {
+        auto* const control = findControlUnder (e.originalComponent);
+
+        if (auto* parameter = findParameterAt (e); parameter != nullptr)
+            windows.showParameterInfo (*parameter, *control, false);
+    }
+}
+
+juce::Component* BasePluginEditor::findControlUnder (juce::Component* component) const
+{
+    return dynamic_cast<juce::Component*> (findController (component));
+}
+
+Parameter* BasePluginEditor::findParameterAt (const juce::MouseEvent& e) const
+{
+    auto* controller = findController (e.originalComponent);
+    return controller != nullptr ? controller->getParameterAt (e, nullptr) : nullptr;
 }
 
 void BasePluginEditor::mouseDoubleClick (const juce::MouseEvent& e)
@@ -432,7 +469,9 @@ void BasePluginEditor::resetControl (const juce::MouseEvent& e, bool forced)
 
     plugin.resetParameter (*parameter);
     parameterActionHook (parameter->getId());
-    showParameterValue (*parameter);
+
+    if (! windows.isParameterInfoOpen())
+        showParameterValue (*parameter);
 }
 
 void BasePluginEditor::showParameterValue (const Parameter& parameter)
@@ -448,25 +487,55 @@ void BasePluginEditor::showParameterValue (const Parameter& parameter)
 //==============================================================================
 void BasePluginEditor::controllerValueChanged (GUIController& controller)
 {
-    if (auto* parameter = controller.getParameter())
+    if (auto* parameter = controller.getParameter(); parameter != nullptr && ! windows.isParameterInfoOpen())
         showParameterValue (*parameter);
 }
 
 void BasePluginEditor::controllerEvent (GUIController& controller, int eventId)
 {
-    if (eventId == eventIds::restoreDefaultPreset && plugin.hasPresets())
-        return plugin.loadPreset (plugin.getDefaultPreset());
+    if (eventId == eventIds::options)
+        return windows.showOptions();
 
-    if (eventId == eventIds::restoreCurrentPreset && plugin.hasPresets())
-        return plugin.loadPreset (plugin.getCurrentPreset());
+    if (eventId == eventIds::about)
+        return windows.showAbout();
 
-    if (eventId == eventIds::toggleMidiLearn && plugin.hasPresets())
+    if (plugin.hasPresets() && presetEvent (eventId))
         return;
 
     plugin.actionHook (eventId);
 
-    if (auto* parameter = controller.getParameter())
+    if (auto* parameter = controller.getParameter(); parameter != nullptr && ! windows.isParameterInfoOpen())
         showParameterValue (*parameter);
+}
+
+bool BasePluginEditor::presetEvent (int eventId)
+{
+    switch (eventId)
+    {
+        case eventIds::selectNextPreset:
+        case eventIds::selectPreviousPreset: selectAdjacentPreset (eventId); return true;
+        case eventIds::toggleMidiLearn: windows.toggleMidiLearn(); return true;
+        case eventIds::restoreDefaultPreset: plugin.loadPreset (plugin.getDefaultPreset()); return true;
+        case eventIds::restoreCurrentPreset: plugin.loadPreset (plugin.getCurrentPreset()); return true;
+        default: return false;
+    }
+}
+
+void BasePluginEditor::selectAdjacentPreset (int eventId)
+{
+    if (! plugin.isPresetChanged() || ! windows.warnsOfPresetChange())
+        return; // the list to walk through comes with the browser
+
+    windows.showPresetChangedAlert (
+        [this, eventId] (int answer, bool isUnwanted)
+        {
+            if (answer != K7R::AlertWindow::no)
+                return;
+
+            windows.setPresetChangeWarning (! isUnwanted);
+            plugin.resetPresetBaseline();
+            selectAdjacentPreset (eventId);
+        });
 }
 
 } // namespace quilvane

@@ -5,11 +5,12 @@
 #include <memory>
 
 #include "core/PluginEditor.h"
-#include "editor/FloatingLayer.h"
+#include "editor/EditorWindows.h"
 #include "editor/StatusBar.h"
-#include "skin/DefaultLookAndFeel.h"
 #include "skin/GFXPanel.h"
 #include "skin/SkinFile.h"
+#include "widgets/DefaultLookAndFeel.h"
+#include "widgets/FloatingLayer.h"
 
 namespace quilvane
 {
@@ -25,6 +26,8 @@ class GFXAnimation;
 */
 class BasePluginEditor : public PluginEditor,
                          public FloatingComponentOwner,
+                         public ModalComponent::Desktop,
+                         private StatusBar::Owner,
                          protected GUIController::Listener,
                          protected Parameter::Listener,
                          private juce::AsyncUpdater,
@@ -49,16 +52,25 @@ public:
     juce::StringArray findSkins() const;
 
     /** Takes another skin: soon, or when a window first opens. One that can't be loaded leaves the present one. */
-    void switchSkin (const juce::String& name);
+    void switchSkin (const juce::String& name) override;
 
     /** The skin that is shown, or will be. */
-    juce::String getSkinName() const;
+    juce::String getSkinName() const override;
+
+    juce::File getSkinsFolder() const;
 
     GFXPanel* getSkinPanel() const noexcept { return skinPanel.get(); }
     StatusBar& getStatusBar() noexcept { return statusBar; }
+    EditorWindows& getWindows() noexcept { return windows; }
+
+    /** Without the status bar, in pixels. */
+    int getPanelHeight() const noexcept { return panelHeight; }
 
     /** The first component of this name; those of one level come before those within them. Null for none. */
     juce::Component* findControl (const juce::String& name);
+
+    /** The parameter of the control that an event is over, null for none. */
+    Parameter* findParameterAt (const juce::MouseEvent&) const;
 
     /** Shows a parameter's name and value in the status bar for three seconds. */
     void showParameterValue (const Parameter&);
@@ -69,6 +81,9 @@ public:
 
     /** How large a window inside the editor may be. */
     virtual juce::Point<int> getModalBounds() const;
+
+    /** That size, in the middle of the panel. */
+    juce::Rectangle<int> getModalArea() const override;
 
     void mouseDown (const juce::MouseEvent&) override;
     void mouseDoubleClick (const juce::MouseEvent&) override;
@@ -104,7 +119,6 @@ protected:
         return dynamic_cast<Control*> (findControl (name));
     }
 
-    int getPanelHeight() const noexcept { return panelHeight; }
     int getStatusBarHeight() const;
 
 private:
@@ -116,10 +130,12 @@ private:
     void layOutStatusBar();
     juce::String makeBuildText() const;
     void resetControl (const juce::MouseEvent&, bool forced);
+    juce::Component* findControlUnder (juce::Component*) const;
+    void closeWindows();
+    bool presetEvent (int eventId);
     GUIController* findController (juce::Component*) const;
     void setWantedSkin (const juce::String&);
-    juce::File getSkinsFolder() const;
-
+    void selectAdjacentPreset (int eventId);
     void handleAsyncUpdate() override;
     void timerCallback() override;
 
@@ -145,13 +161,13 @@ private:
     juce::String wantedSkin;
     juce::String loadedSkin;
     bool openedOnce = false;
-    bool presetChangeWarning = true;
 
     int panelHeight = 0;
     std::unique_ptr<GFXPanel> skinPanel;
     GFXAnimation* midiActivityDisplay = nullptr;
 
     FloatingLayer floatingLayer { *this };
+    EditorWindows windows;
 };
 
 } // namespace quilvane

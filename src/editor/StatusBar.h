@@ -2,16 +2,47 @@
 
 #pragma once
 
-#include <juce_gui_basics/juce_gui_basics.h>
+#include <array>
+#include <functional>
+#include <memory>
+
+#include "editor/FloatingPanel.h"
+#include "parameters/Parameter.h"
+#include "widgets/FloatingComponentOwner.h"
+#include "widgets/TextButtonWithIcon.h"
 
 namespace quilvane
 {
 
-/** The strip under the skin's panel: one message at a time, of which the more important and the later stands. */
-class StatusBar final : public juce::Component, private juce::Timer
+class BasePlugin;
+
+/** The strip under the skin's panel: at the left one message at a time, of which the more important and the later
+    stands; at the right buttons that open the settings of this instance above them. */
+class StatusBar final : public juce::Component,
+                        private juce::Timer,
+                        private FloatingComponentOwner::Callback,
+                        private Parameter::Listener
 {
 public:
-    StatusBar();
+    /** What its popups ask of the editor. */
+    class Owner
+    {
+    public:
+        virtual ~Owner() = default;
+
+        virtual juce::String getSkinName() const = 0;
+        virtual void switchSkin (const juce::String& name) = 0;
+    };
+
+    enum class Popup
+    {
+        quality,
+        midi,
+        gui,
+    };
+
+    StatusBar (BasePlugin&, Owner&);
+    ~StatusBar() override;
 
     /** Shows a message, unless it stands already or one of a higher priority does.
         @param timeoutMs until it goes by itself; below 1 it stays */
@@ -21,12 +52,40 @@ public:
 
     const juce::String& getMessage() const noexcept { return message; }
 
+    /** The same as a click on its button. Nothing in a product that has no such settings. */
+    void togglePopup (Popup);
+
+    /** Makes the buttons, when somebody first looks. */
+    void createButtons();
+
     void lookAndFeelChanged() override;
+    void resized() override;
     void paint (juce::Graphics&) override;
 
 private:
-    void timerCallback() override { clearMessage(); }
+    /** A button with the popup that it opens; the content is made when it first opens. */
+    struct Settings
+    {
+        std::unique_ptr<TextButtonWithIcon> button;
+        std::unique_ptr<juce::Component> content;
+        FloatingPanel panel;
+    };
 
+    Settings& settingsOf (Popup popup) { return settings[static_cast<size_t> (popup)]; }
+    Settings* settingsOf (const juce::Component& panel);
+    std::unique_ptr<juce::Component> createContent (Popup);
+    void addButton (Popup, const juce::String& text, const juce::Drawable& icon, const juce::String& tooltip);
+    void buttonToggled (Popup);
+    void updateQualityText();
+
+    void timerCallback() override { clearMessage(); }
+    void parameterChanged (Parameter&) override { updateQualityText(); }
+    void floatingComponentHidden (juce::Component&, const juce::MouseEvent*) override;
+    bool keepsFloatingComponent (juce::Component&, const juce::MouseEvent&) override;
+
+    BasePlugin& plugin;
+    Owner& owner;
+    std::array<Settings, 3> settings;
     juce::Font font;
     juce::String message;
     int priority = 0;

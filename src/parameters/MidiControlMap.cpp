@@ -132,17 +132,40 @@ void MidiControlMap::clear() noexcept
         entry = nullptr;
 }
 
+MidiControlMap::Snapshot MidiControlMap::takeSnapshot() const noexcept
+{
+    Snapshot snapshot;
+    snapshot.numDocuments = numDocuments;
+
+    for (std::size_t i = 0; i < map.size(); ++i)
+        snapshot.entries[i] = map[i];
+
+    return snapshot;
+}
+
+void MidiControlMap::restore (const Snapshot& snapshot) noexcept
+{
+    if (snapshot.numDocuments != numDocuments)
+        return;
+
+    stopLearn();
+
+    for (std::size_t i = 0; i < map.size(); ++i)
+        map[i] = snapshot.entries[i];
+}
+
 //==============================================================================
-void MidiControlMap::loadFromXml (const juce::XmlElement* xml)
+bool MidiControlMap::loadFromXml (const juce::XmlElement* xml)
 {
     if (xml == nullptr
         || ! (xml->getTagName().equalsIgnoreCase (mapTag) || xml->getTagName().equalsIgnoreCase (olderMapTag)))
-        return;
+        return false;
 
     if (name.isNotEmpty() && ! xml->getStringAttribute (nameAttribute).equalsIgnoreCase (name)
         && ! xml->getStringAttribute (applicationAttribute).equalsIgnoreCase (name))
-        return;
+        return false;
 
+    ++numDocuments;
     stopLearn();
     clear();
 
@@ -154,11 +177,13 @@ void MidiControlMap::loadFromXml (const juce::XmlElement* xml)
         if (parameter != nullptr && parameter->isAutomatable() && isController (controller))
             assign (*parameter, controller);
     }
+
+    return true;
 }
 
-void MidiControlMap::loadFromFile (const juce::File& file)
+bool MidiControlMap::loadFromFile (const juce::File& file)
 {
-    loadFromXml (parseBoundedXml (file).get());
+    return loadFromXml (parseBoundedXml (file).get());
 }
 
 std::unique_ptr<juce::XmlElement> MidiControlMap::createXml() const

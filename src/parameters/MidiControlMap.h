@@ -80,17 +80,31 @@ public:
 
     void clear() noexcept;
 
+    /** What sits where at one moment, for going back to it. */
+    struct Snapshot
+    {
+        std::array<Parameter*, static_cast<std::size_t> (numControllers)> entries {};
+        int numDocuments = 0; // that had been loaded until then
+    };
+
+    Snapshot takeSnapshot() const noexcept;
+
+    /** Goes back to a snapshot, and ends learning. Does nothing if a whole map has been loaded since, as a host does
+        with its project: that one stands. */
+    void restore (const Snapshot&) noexcept;
+
     // Before audio runs.
     void addListener (Listener* listener) { listeners.add (listener); }
     void removeListener (Listener* listener) { listeners.remove (listener); }
 
     //==============================================================================
     /** Replaces the map by that of an element "MidiControlMap", and ends learning; null, another element or a
-        map of another product changes nothing. Parameters that aren't automatable are left out. */
-    void loadFromXml (const juce::XmlElement*);
+        map of another product changes nothing. Parameters that aren't automatable are left out.
+        @returns whether it did */
+    bool loadFromXml (const juce::XmlElement*);
 
     /** The same from a file; one that can't be read changes nothing. */
-    void loadFromFile (const juce::File&);
+    bool loadFromFile (const juce::File&);
 
     std::unique_ptr<juce::XmlElement> createXml() const;
 
@@ -105,6 +119,7 @@ private:
     ListenerArray<Listener> listeners;
     std::atomic<bool> activity { false };
     std::atomic<Parameter*> learnParameter { nullptr };
+    std::atomic<int> numDocuments { 0 };
     std::atomic<int> learnCount { 0 }; // tells a learn from one of the same parameter before it
     Entries map {};
 

@@ -2,8 +2,8 @@
 
 #pragma once
 
-#include "skin/DefaultSliderLAF.h"
 #include "skin/LinkedSlider.h"
+#include "widgets/DefaultSliderLAF.h"
 
 namespace quilvane
 {

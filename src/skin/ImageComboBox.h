@@ -5,7 +5,7 @@
 #include <juce_gui_basics/juce_gui_basics.h>
 
 #include "skin/FilmStrip.h"
-#include "skin/ParameterController.h"
+#include "widgets/ParameterController.h"
 
 namespace quilvane
 {

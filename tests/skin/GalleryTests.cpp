@@ -8,10 +8,10 @@
 #include <cstdlib>
 
 #include "parameters/BoundedXml.h"
-#include "skin/DefaultLookAndFeel.h"
 #include "skin/GFXAnimation.h"
 #include "support/GalleryImages.h"
 #include "support/SkinInTest.h"
+#include "widgets/DefaultLookAndFeel.h"
 
 using namespace quilvane;
 using namespace quilvane::test;

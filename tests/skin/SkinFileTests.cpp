@@ -6,8 +6,8 @@
 
 #include "parameters/BoundedXml.h"
 #include "skin/BoundedImage.h"
-#include "skin/DefaultLookAndFeel.h"
 #include "support/SkinInTest.h"
+#include "widgets/DefaultLookAndFeel.h"
 
 using namespace quilvane;
 using namespace quilvane::test;

@@ -3,15 +3,15 @@
 // The widgets of windows that are built by code, and their look.
 
 #include "parameters/IntParameter.h"
-#include "skin/CheckBox_V2.h"
-#include "skin/DefaultLookAndFeel.h"
-#include "skin/Icons.h"
-#include "skin/RadioTextButtons.h"
-#include "skin/SliderController.h"
-#include "skin/TextButtonWithIcon.h"
-#include "skin/TextToggleButton.h"
-#include "skin/ToolbarDrawableButton.h"
 #include "support/SkinInTest.h"
+#include "widgets/CheckBox_V2.h"
+#include "widgets/DefaultLookAndFeel.h"
+#include "widgets/Icons.h"
+#include "widgets/RadioTextButtons.h"
+#include "widgets/SliderController.h"
+#include "widgets/TextButtonWithIcon.h"
+#include "widgets/TextToggleButton.h"
+#include "widgets/ToolbarDrawableButton.h"
 
 using namespace quilvane;
 using namespace quilvane::test;
@@ -96,7 +96,7 @@ TEST_F (Widgets, CheckBoxesFollowAndSetAParameter)
     box.addParameter (nullptr);
     EXPECT_EQ (box.getNumParameters(), 1u);
     EXPECT_GT (CheckBox_V2 ("A much longer label", 20).getWidth(), box.getWidth());
-    EXPECT_EQ (paint (box).getPixelAt (2, 2), box.findColour (juce::TextButton::buttonColourId));
+    EXPECT_EQ (paint (box).getPixelAt (3, 3), box.findColour (juce::TextButton::buttonColourId));
 }
 
 TEST_F (Widgets, TextToggleButtonsReadDifferentlyWhileOn)
@@ -158,13 +158,13 @@ TEST_F (Widgets, IconsTakeTheColourOfTheText)
 
     const juce::Colour green (0xff20c040);
     TextButtonWithIcon button ("Add", *icon, juce::Colour (Icons::colour));
-    button.setSize (80, 24);
+    button.setSize (120, 48); // so that strokes have pixels of their own
     EXPECT_FALSE (inkOf (button, green));
     button.setColour (juce::TextButton::textColourOffId, green);
     EXPECT_TRUE (inkOf (button, green));
 
     ToolbarDrawableButton tool ("Add", *icon, juce::Colour (Icons::colour));
-    tool.setSize (24, 24);
+    tool.setSize (48, 48);
     tool.setColour (juce::DrawableButton::textColourId, green);
     EXPECT_TRUE (inkOf (tool, green));
     EXPECT_EQ (tool.getTooltip(), "Add");

@@ -6,8 +6,8 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
-#include "skin/DefaultLookAndFeel.h"
 #include "support/SkinBytes.h"
+#include "widgets/DefaultLookAndFeel.h"
 
 namespace quilvane::test
 {

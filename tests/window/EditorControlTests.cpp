@@ -32,6 +32,8 @@ TEST_F (EditorWindow, MovesItsParameterWithDragAndWheelAndNotWithTheRightButton)
     window.settle();
     EXPECT_EQ (instance.value (feedback), before);
     EXPECT_TRUE (instance.getAutomations().empty());
+    window.type ("Escape"); // what it opened
+    window.settle();
 
     // Shift that is pressed in a drag stops it, and the gesture is whole all the same.
     window.startDrag (testskin::feedbackKnob.place, 50);

@@ -161,9 +161,10 @@ std::string HostWindow::read (const testskin::Place& display)
 
 bool HostWindow::hasStatusText (int panelHeight, int panelWidth)
 {
-    constexpr int buildLabelWidth = 200, enough = 20;
+    constexpr int buildLabelWidth = 200, buttonsWidth = 240, enough = 20;
     const auto& end = getEditorSize();
 
-    return screen.countDrawnPixels (left, top + panelHeight, panelWidth - buildLabelWidth, end.height - panelHeight)
+    return screen.countDrawnPixels (left, top + panelHeight, panelWidth - buildLabelWidth - buttonsWidth,
+                                    end.height - panelHeight)
            >= enough;
 }

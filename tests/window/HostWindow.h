@@ -101,7 +101,7 @@ public:
         return waitFor ([&] { return read (display) == text; });
     }
 
-    /** Whether there is text in the strip below a panel of this height, left of the build's label. */
+    /** Whether there is text in the strip below a panel of this height, left of the buttons. */
     bool hasStatusText (int panelHeight, int panelWidth);
 
     rawhost::Instance& getInstance() { return *instance; }

@@ -28,7 +28,7 @@ struct Strip
     constexpr uint32_t colourOf (int frame) const { return firstColour + (static_cast<uint32_t> (frame) << 16); }
 };
 
-inline constexpr int width = 400, height = 200;
+inline constexpr int width = 640, height = 200;
 inline constexpr uint32_t background = 0x102030;
 
 /** The second skin is a plain panel. */

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include <cstdlib>
+#include <functional>
 #include <iostream>
+#include <map>
 
 #include "Commands.h"
 #include "Failure.h"
@@ -14,6 +16,7 @@
 #include "ShownPlugin.h"
 #include "content/Preset.h"
 #include "core/BasePlugin.h"
+#include "editor/BasePluginEditor.h"
 
 namespace quilvane::host
 {
@@ -23,12 +26,65 @@ namespace
 
 constexpr double secondsBefore = 1.5; // of sound, so that lights and meters show something
 
+/** The control of the panel that moves a parameter; of several the first. */
+juce::Component* findControl (juce::Component& parent, const Parameter& parameter)
+{
+    for (auto* child : parent.getChildren())
+    {
+        auto* controller = dynamic_cast<GUIController*> (child);
+
+        if (controller != nullptr && controller->getParameter() == &parameter && child->isVisible())
+            return child;
+
+        if (auto* found = findControl (*child, parameter))
+            return found;
+    }
+
+    return nullptr;
+}
+
+void showInfo (ShownPlugin& shown, const juce::String& name)
+{
+    auto* parameter = shown.getPlugin().getParameters().getParameterByName (name);
+    auto* control = parameter != nullptr ? findControl (*shown.getEditor().getSkinPanel(), *parameter) : nullptr;
+
+    if (control == nullptr)
+        throw Failure ("no control of this skin moves a parameter \"" + name + "\"");
+
+    shown.getEditor().getWindows().showParameterInfo (*parameter, *control, false);
+}
+
+void showWindow (ShownPlugin& shown, const juce::String& what)
+{
+    auto& editor = shown.getEditor();
+    auto& windows = editor.getWindows();
+    const juce::String infoPrefix = "info:";
+
+    const std::map<juce::String, std::function<void()>> commands {
+        { "options", [&] { windows.showOptions(); } },
+        { "about", [&] { windows.showAbout(); } },
+        { "alert", [&] { windows.showPresetChangedAlert ({}); } },
+        { "learn", [&] { windows.toggleMidiLearn(); } },
+        { "quality", [&] { editor.getStatusBar().togglePopup (StatusBar::Popup::quality); } },
+        { "midi", [&] { editor.getStatusBar().togglePopup (StatusBar::Popup::midi); } },
+        { "gui", [&] { editor.getStatusBar().togglePopup (StatusBar::Popup::gui); } },
+    };
+
+    if (const auto command = commands.find (what); command != commands.end())
+        command->second();
+    else if (what.startsWith (infoPrefix))
+        showInfo (shown, what.substring (infoPrefix.length()).unquoted());
+    else
+        throw Failure ("there is no window \"" + what + "\"");
+}
+
 void runScreenshot (const juce::ArgumentList& arguments)
 {
     const Options options (arguments, { { "--data", Options::Kind::single },
                                         { "--plugin", Options::Kind::single },
                                         { "--preset", Options::Kind::single },
                                         { "--set", Options::Kind::many },
+                                        { "--show", Options::Kind::single },
                                         { "--silent", Options::Kind::toggle },
                                         { "--skin", Options::Kind::single } });
     const auto output = resolveFile (options.requirePositional (1, 1, "one file, OUT.png")[0]);
@@ -64,6 +120,9 @@ void runScreenshot (const juce::ArgumentList& arguments)
 
     shown.play (options.has ("--silent") ? 0.0 : secondsBefore);
 
+    if (const auto what = options.getValue ("--show"))
+        showWindow (shown, *what);
+
     const auto picture = shown.takePicture();
     OutputFile::write (output, [&] (juce::OutputStream& out)
                        { return juce::PNGImageFormat().writeImageToStream (picture, out); });
@@ -77,6 +136,7 @@ constexpr auto helpText =
   --skin NAME            the skin; else the one that a new user sees
   --preset NAME          loads a preset first, by its name or from a file
   --set "Name=value"     sets a parameter first; the value is written as in a preset's file
+  --show WINDOW          opens options, about, alert, learn, quality, midi, gui, or info:"NAME OF A PARAMETER"
   --silent               plays nothing; else noise plays, so that lights and meters show something
   --data FOLDER          where "Skins" and "Presets" lie; else the folder that the plug-in uses
   --plugin FILE          the plug-in; else the one in QUILVANE_PLUGIN, else the one beside this program)";

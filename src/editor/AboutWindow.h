@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <memory>
+
+#include "editor/CreditsText.h"
+#include "widgets/WindowComponent.h"
+
+namespace quilvane
+{
+
+class SoftwareDesignation;
+
+/** What the product is, and who made it. */
+class AboutWindow final : public WindowComponent
+{
+public:
+    class Listener
+    {
+    public:
+        virtual ~Listener() = default;
+
+        /** The window is off the screen; the listener deletes it. */
+        virtual void aboutWindowClosed (AboutWindow&) = 0;
+    };
+
+    AboutWindow (const SoftwareDesignation&, Listener&);
+    ~AboutWindow() override;
+
+    void dismiss() override;
+    void resized() override;
+    void paint (juce::Graphics&) override;
+
+private:
+    class PluginDescComponent;
+
+    void buttonClicked (juce::Button*) override;
+
+    Listener& listener;
+    std::unique_ptr<juce::Drawable> logo;
+    std::unique_ptr<PluginDescComponent> description;
+    CreditsText credits;
+    juce::Viewport viewport;
+    juce::TextButton closeTextButton { "Close" };
+    juce::Rectangle<int> banner;
+};
+
+} // namespace quilvane

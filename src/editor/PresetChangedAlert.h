@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "widgets/AlertWindow.h"
+#include "widgets/FocusableCheckBox.h"
+
+namespace quilvane
+{
+
+/** Warns that stepping to another preset loses changes. Its results are "Yes", "No" and "Cancel". */
+class PresetChangedAlert final : public K7R::AlertWindow
+{
+public:
+    explicit PresetChangedAlert (Caller*);
+    ~PresetChangedAlert() override;
+
+    /** Whether the user doesn't want to be asked again. */
+    bool isUnwanted() const { return box.isOn(); }
+
+    void resized() override;
+    std::unique_ptr<juce::ComponentTraverser> createKeyboardFocusTraverser() override;
+
+private:
+    class LAF;
+
+    int getExtraHeight() const override;
+
+    std::unique_ptr<LAF> look;
+    FocusableCheckBox box { "Don't show this warning again" };
+};
+
+} // namespace quilvane

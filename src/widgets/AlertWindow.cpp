@@ -1,0 +1,236 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "widgets/AlertWindow.h"
+
+#include <cmath>
+
+namespace quilvane::K7R
+{
+
+namespace
+{
+
+constexpr int buttonHeight = 22;
+constexpr int buttonSpacing = 6;
+constexpr int roomAboveButtons = 20; // of which half lies between the text and them
+constexpr int longestLine = 440;
+
+int widthOfLine (const juce::Font& font, const juce::String& line)
+{
+    return static_cast<int> (std::ceil (font.getStringWidthFloat (line)));
+}
+
+} // namespace
+
+/** Tab runs through the buttons in their order. */
+class AlertWindow::FocusTraverser final : public juce::KeyboardFocusTraverser
+{
+public:
+    explicit FocusTraverser (const juce::OwnedArray<juce::TextButton>& theButtons) : buttons (theButtons) {}
+
+    juce::Component* getDefaultComponent (juce::Component*) override { return buttons.getFirst(); }
+
+    juce::Component* getNextComponent (juce::Component* current) override
+    {
+        const auto index = indexOf (current);
+        return index < 0 ? buttons.getFirst() : buttons[index + 1];
+    }
+
+    juce::Component* getPreviousComponent (juce::Component* current) override
+    {
+        const auto index = indexOf (current);
+        return index < 0 ? buttons.getLast() : buttons[index - 1];
+    }
+
+    std::vector<juce::Component*> getAllComponents (juce::Component*) override
+    {
+        return { buttons.begin(), buttons.end() };
+    }
+
+private:
+    int indexOf (juce::Component* component) const
+    {
+        return buttons.indexOf (dynamic_cast<juce::TextButton*> (component));
+    }
+
+    const juce::OwnedArray<juce::TextButton>& buttons;
+};
+
+//==============================================================================
+AlertWindow::AlertWindow (Caller* toTell, const juce::String& windowTitle, const juce::String& question) :
+    WindowComponent (windowTitle),
+    caller (toTell),
+    text (question),
+    message ({}, question),
+    buttonRow (ComponentRow::Direction::horizontal, ComponentRow::Alignment::end, buttonSpacing)
+{
+    escapeCloses = false;
+    message.setJustificationType (juce::Justification::centredLeft);
+    message.setBorderSize ({});
+    message.setMinimumHorizontalScale (1.0f);
+    setDescription (question);
+    addAndMakeVisible (message);
+    addAndMakeVisible (buttonRow);
+    AlertWindow::updateLayout();
+}
+
+AlertWindow::~AlertWindow()
+{
+    cancelPendingUpdate();
+}
+
+juce::String AlertWindow::getButtonText (int code)
+{
+    static const juce::StringArray texts { "Cancel",  "No",      "Yes",  "OK",          "Overwrite", "SaveAs",
+                                           "Discard", "Replace", "Skip", "Replace All", "Skip All",  "Rename" };
+    return texts[code];
+}
+
+juce::TextButton& AlertWindow::addButton (int code, bool isEscape, bool hasFocus)
+{
+    auto* button = buttons.add (std::make_unique<juce::TextButton> (getButtonText (code)));
+    buttonCodes.push_back (code);
+    button->setSize (getLookAndFeel().getTextButtonWidthToFitText (*button, buttonHeight), buttonHeight);
+    button->addListener (this);
+    buttonRow.add (*button);
+
+    if (isEscape)
+        escapeButton = button;
+
+    if (hasFocus)
+        focusButton = button;
+
+    updateLayout();
+    return *button;
+}
+
+void AlertWindow::setMessage (const juce::String& newText)
+{
+    text = newText;
+    message.setText (newText, juce::dontSendNotification);
+    setDescription (newText);
+    updateLayout();
+}
+
+//==============================================================================
+void AlertWindow::updateLayout()
+{
+    const auto& font = message.getFont();
+    int width = getLeastTextWidth(), numLines = 0;
+
+    for (const auto& line : juce::StringArray::fromLines (text))
+    {
+        const auto length = widthOfLine (font, line);
+        width = juce::jmax (width, juce::jmin (length, longestLine));
+        numLines += 1 + length / (longestLine + 1);
+    }
+
+    const auto textHeight = static_cast<int> (font.getHeight() * static_cast<float> (juce::jmax (1, numLines)));
+    setContentSize (juce::jmax (width, buttonRow.getWidth()),
+                    buttonRow.getHeight() + roomAboveButtons + textHeight + getExtraHeight());
+    resized();
+}
+
+void AlertWindow::resized()
+{
+    WindowComponent::resized();
+
+    auto area = getContentArea();
+    buttonRow.setTopLeftPosition (area.getRight() - buttonRow.getWidth(), area.getBottom() - buttonRow.getHeight());
+    area.removeFromBottom (buttonRow.getHeight());
+    area.removeFromBottom (roomAboveButtons / 2);
+    extraArea = area.removeFromBottom (getExtraHeight());
+    message.setBounds (area);
+}
+
+void AlertWindow::lookAndFeelChanged()
+{
+    WindowComponent::lookAndFeelChanged();
+
+    for (auto* button : buttons)
+        button->setSize (getLookAndFeel().getTextButtonWidthToFitText (*button, buttonHeight), buttonHeight);
+
+    message.setFont (getLookAndFeel().getLabelFont (message));
+    updateLayout();
+}
+
+//==============================================================================
+void AlertWindow::show (juce::Component& parent)
+{
+    parent.addChildComponent (this);
+    open();
+    triggerAsyncUpdate();
+}
+
+std::unique_ptr<AlertWindow> AlertWindow::open (Caller* caller, const juce::String& title, const juce::String& text,
+                                                std::initializer_list<int> codes, juce::Component* parent)
+{
+    auto alert = std::make_unique<AlertWindow> (caller, title, text);
+
+    for (const auto code : codes)
+        alert->addButton (code, code == ok, code == ok);
+
+    if (parent == nullptr)
+        parent = dynamic_cast<juce::Component*> (caller);
+
+    if (parent != nullptr)
+        alert->show (*parent);
+
+    return alert;
+}
+
+void AlertWindow::handleAsyncUpdate()
+{
+    if (! isShowing())
+        return;
+
+    if (focusButton != nullptr)
+        focusButton->grabKeyboardFocus();
+    else
+        grabKeyboardFocus();
+}
+
+bool AlertWindow::keyPressed (const juce::KeyPress& key)
+{
+    if (key == juce::KeyPress::escapeKey && escapeButton != nullptr)
+    {
+        escapeButton->triggerClick();
+        return true;
+    }
+
+    // Tab ends after the last button, and doesn't begin again.
+    const auto isTab = key.getKeyCode() == juce::KeyPress::tabKey;
+    const auto* end = key.getModifiers().isShiftDown() ? buttons.getFirst() : buttons.getLast();
+    return isTab && end != nullptr && end->hasKeyboardFocus (false);
+}
+
+std::unique_ptr<juce::ComponentTraverser> AlertWindow::createKeyboardFocusTraverser()
+{
+    return std::make_unique<FocusTraverser> (buttons);
+}
+
+//==============================================================================
+void AlertWindow::buttonClicked (juce::Button* button)
+{
+    WindowComponent::buttonClicked (button);
+
+    if (button == &getCloseButton())
+        close (cancel);
+    else if (const auto index = buttons.indexOf (static_cast<juce::TextButton*> (button)); index >= 0)
+        closeWithButton (index);
+}
+
+void AlertWindow::closeWithButton (int buttonIndex)
+{
+    close (buttonCodes[static_cast<size_t> (buttonIndex)]);
+}
+
+void AlertWindow::close (int result)
+{
+    hideModal();
+
+    if (caller != nullptr)
+        caller->alertClosed (this, result);
+}
+
+} // namespace quilvane::K7R

@@ -1,0 +1,200 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// The look of the widgets that JUCE brings: buttons, fields, scroll bars and the list of files.
+
+#include "widgets/DefaultLookAndFeel.h"
+#include "widgets/Icons.h"
+
+namespace quilvane
+{
+
+namespace
+{
+
+constexpr float corner = 3.0f;
+constexpr float overBrightness = 0.15f, downDarkness = 0.2f;
+constexpr float disabledAlpha = 0.5f;
+constexpr int textMargin = 12; // on both sides of a button's text
+
+} // namespace
+
+void DefaultLookAndFeel::drawButtonBackground (juce::Graphics& g, juce::Button& button, const juce::Colour& ground,
+                                               bool isOver, bool isDown)
+{
+    auto colour = ground.withMultipliedAlpha (button.isEnabled() ? 1.0f : disabledAlpha);
+
+    if (isDown)
+        colour = colour.darker (downDarkness);
+    else if (isOver)
+        colour = colour.brighter (overBrightness);
+
+    // Buttons that stand together share their edges.
+    const auto area = button.getLocalBounds().toFloat();
+    const auto left = button.isConnectedOnLeft(), right = button.isConnectedOnRight();
+    const auto top = button.isConnectedOnTop(), bottom = button.isConnectedOnBottom();
+
+    juce::Path shape;
+    shape.addRoundedRectangle (area.getX(), area.getY(), area.getWidth(), area.getHeight(), corner, corner,
+                               ! (left || top), ! (right || top), ! (left || bottom), ! (right || bottom));
+    g.setColour (colour);
+    g.fillPath (shape);
+
+    if (button.hasKeyboardFocus (false))
+        drawFocusRing (g, button.getLocalBounds());
+}
+
+void DefaultLookAndFeel::drawButtonText (juce::Graphics& g, juce::TextButton& button, bool, bool)
+{
+    g.setFont (getTextButtonFont (button, button.getHeight()));
+    g.setColour (
+        button
+            .findColour (button.getToggleState() ? juce::TextButton::textColourOnId : juce::TextButton::textColourOffId)
+            .withMultipliedAlpha (button.isEnabled() ? 1.0f : disabledAlpha));
+    g.drawFittedText (button.getButtonText(), button.getLocalBounds().reduced (4, 0), juce::Justification::centred, 1);
+}
+
+juce::Font DefaultLookAndFeel::getTextButtonFont (juce::TextButton&, int buttonHeight)
+{
+    return getFont (juce::jmin (textHeight, static_cast<float> (buttonHeight) * 0.8f));
+}
+
+int DefaultLookAndFeel::getTextButtonWidthToFitText (juce::TextButton& button, int buttonHeight)
+{
+    constexpr int leastWidth = 64;
+    const auto text = getTextButtonFont (button, buttonHeight).getStringWidthFloat (button.getButtonText());
+    return juce::jmax (leastWidth, static_cast<int> (std::ceil (text)) + 2 * textMargin);
+}
+
+juce::Font DefaultLookAndFeel::getLabelFont (juce::Label& label)
+{
+    // JUCE's own height means that nobody asked for one.
+    const auto height = label.getFont().getHeight();
+    return getFont (height == 15.0f ? textHeight : height);
+}
+
+//==============================================================================
+void DefaultLookAndFeel::fillTextEditorBackground (juce::Graphics& g, int width, int height, juce::TextEditor& editor)
+{
+    g.setColour (editor.findColour (juce::TextEditor::backgroundColourId));
+    g.fillRect (0, 0, width, height);
+}
+
+void DefaultLookAndFeel::drawTextEditorOutline (juce::Graphics& g, int width, int height, juce::TextEditor& editor)
+{
+    const juce::Rectangle<int> area (width, height);
+
+    if (editor.isEnabled() && editor.hasKeyboardFocus (true) && ! editor.isReadOnly())
+        return drawFocusRing (g, area);
+
+    g.setColour (editor.findColour (juce::TextEditor::outlineColourId));
+    g.drawRect (area, 1);
+}
+
+void DefaultLookAndFeel::drawScrollbar (juce::Graphics& g, juce::ScrollBar& bar, int x, int y, int width, int height,
+                                        bool isVertical, int thumbStart, int thumbSize, bool isOver, bool isDown)
+{
+    const juce::Rectangle<int> area (x, y, width, height);
+    g.setColour (bar.findColour (juce::ScrollBar::trackColourId));
+    g.fillRect (area);
+
+    auto thumb =
+        isVertical ? area.withY (thumbStart).withHeight (thumbSize) : area.withX (thumbStart).withWidth (thumbSize);
+    const auto colour = bar.findColour (juce::ScrollBar::thumbColourId);
+    g.setColour (isDown ? findColour (accentId) : isOver ? colour.darker (downDarkness) : colour);
+    g.fillRect (thumb.reduced (isVertical ? 2 : 1, isVertical ? 1 : 2));
+}
+
+void DefaultLookAndFeel::drawComboBox (juce::Graphics& g, int width, int height, bool, int buttonX, int buttonY,
+                                       int buttonWidth, int buttonHeight, juce::ComboBox& box)
+{
+    const juce::Rectangle<int> area (width, height);
+    g.setColour (box.findColour (juce::ComboBox::backgroundColourId));
+    g.fillRect (area);
+    dropDownIcon->drawWithin (g,
+                              juce::Rectangle<int> (buttonX, buttonY, buttonWidth, buttonHeight).reduced (5).toFloat(),
+                              juce::RectanglePlacement::centred, box.isEnabled() ? 1.0f : disabledAlpha);
+
+    if (box.hasKeyboardFocus (true))
+        return drawFocusRing (g, area);
+
+    g.setColour (box.findColour (juce::ComboBox::outlineColourId));
+    g.drawRect (area, 1);
+}
+
+juce::Component* DefaultLookAndFeel::getParentComponentForMenuOptions (const juce::PopupMenu::Options& options)
+{
+    // Inside the editor, as all of our windows.
+    if (auto* target = options.getTargetComponent())
+        return target->getTopLevelComponent();
+
+    return options.getParentComponent();
+}
+
+//==============================================================================
+void DefaultLookAndFeel::layoutFileBrowserComponent (juce::FileBrowserComponent& browser,
+                                                     juce::DirectoryContentsDisplayComponent* list,
+                                                     juce::FilePreviewComponent*, juce::ComboBox* path,
+                                                     juce::TextEditor* name, juce::Button* goUp)
+{
+    constexpr int rowHeight = 22, spacing = 6, labelWidth = 52;
+
+    auto area = browser.getLocalBounds();
+    auto top = area.removeFromTop (rowHeight);
+    goUp->setBounds (top.removeFromRight (rowHeight + 8));
+    top.removeFromRight (spacing);
+    path->setBounds (top);
+
+    auto bottom = area.removeFromBottom (rowHeight);
+    bottom.removeFromLeft (labelWidth); // JUCE puts its label there
+    name->setBounds (bottom);
+
+    if (auto* shown = dynamic_cast<juce::Component*> (list))
+        shown->setBounds (area.reduced (0, spacing));
+}
+
+void DefaultLookAndFeel::drawFileBrowserRow (juce::Graphics& g, int width, int height, const juce::File&,
+                                             const juce::String& name, juce::Image*, const juce::String& size,
+                                             const juce::String& time, bool isDirectory, bool isSelected, int,
+                                             juce::DirectoryContentsDisplayComponent& list)
+{
+    constexpr int sizeWidth = 70, timeWidth = 130, leastWidthForDetails = 380;
+
+    juce::Rectangle<int> area (width, height);
+    const auto& component = dynamic_cast<juce::Component&> (list);
+
+    if (isSelected)
+    {
+        g.setColour (component.findColour (juce::DirectoryContentsDisplayComponent::highlightColourId));
+        g.fillRect (area);
+    }
+
+    const auto& icon = isDirectory ? *folderIcon : *fileIcon;
+    icon.drawWithin (g, area.removeFromLeft (height + 2).reduced (3).toFloat(), juce::RectanglePlacement::centred,
+                     1.0f);
+
+    g.setColour (component.findColour (isSelected ? juce::DirectoryContentsDisplayComponent::highlightedTextColourId
+                                                  : juce::DirectoryContentsDisplayComponent::textColourId));
+    g.setFont (getFont (textHeight));
+
+    if (! isDirectory && width > leastWidthForDetails)
+    {
+        g.drawText (time, area.removeFromRight (timeWidth), juce::Justification::centredLeft);
+        g.drawText (size, area.removeFromRight (sizeWidth).withTrimmedRight (textMargin),
+                    juce::Justification::centredRight);
+    }
+
+    g.drawText (name, area, juce::Justification::centredLeft);
+}
+
+juce::Button* DefaultLookAndFeel::createFileBrowserGoUpButton()
+{
+    auto button = std::make_unique<juce::DrawableButton> ("Up", juce::DrawableButton::ImageOnButtonBackground);
+    const auto up = Icons::create (Icons::Name::arrowUp);
+    button->setImages (up.get());
+    button->setColour (juce::TextButton::buttonColourId, findColour (juce::TextButton::buttonColourId));
+    button->setTitle ("Parent folder");
+    button->setTooltip ("Parent folder");
+    return button.release();
+}
+
+} // namespace quilvane

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "widgets/AlertWindow.h"
+
+namespace quilvane
+{
+
+/** Lets the user choose a file or a folder, inside the editor.
+
+    JUCE's own chooser is modal for everything that shares its library, which in a host means all other instances, and
+    the system's is a window of its own that outlives a closed editor; so this is a window like our others around
+    juce::FileBrowserComponent. Folders are listed by a thread of that component, so that a slow disk holds nothing up.
+
+    Made for one question. The owner deletes it in the callback, or when it likes. For the message thread.
+*/
+class FileChooserWindow final : public WindowComponent,
+                                private juce::FileBrowserListener,
+                                private K7R::AlertWindow::Caller
+{
+public:
+    enum class Mode
+    {
+        open,       // a file that exists
+        save,       // asks before it gives one that exists
+        openFolder, // a folder that exists
+    };
+
+    /** @param file the chosen one; juce::File() if the user left without. The window is off the screen. */
+    using Callback = std::function<void (const juce::File& file)>;
+
+    /** @param extension with its point; files of no other are shown or given. Empty for all, and for folders.
+        @param start a folder, or a file whose folder is shown and whose name is proposed */
+    FileChooserWindow (const juce::String& title, Mode, const juce::String& extension, const juce::File& start,
+                       Callback);
+    ~FileChooserWindow() override;
+
+    /** Shows the window on the parent's editor. */
+    void show (juce::Component& parent);
+
+    void dismiss() override;
+    void resized() override;
+    bool keyPressed (const juce::KeyPress&) override;
+
+private:
+    void selectionChanged() override;
+    void fileClicked (const juce::File&, const juce::MouseEvent&) override {}
+    void fileDoubleClicked (const juce::File&) override;
+    void browserRootChanged (const juce::File&) override;
+    void buttonClicked (juce::Button*) override;
+    void alertClosed (K7R::AlertWindow*, int result) override;
+
+    juce::File getChosen() const;
+    void updateButton();
+    void accept();
+    void finish (const juce::File&);
+
+    const Mode mode;
+    const juce::String extension;
+    Callback callback;
+    juce::WildcardFileFilter filter;
+    juce::FileBrowserComponent browser;
+    juce::TextButton okButton, cancelButton { "Cancel" };
+    std::unique_ptr<K7R::AlertWindow> question;
+};
+
+} // namespace quilvane

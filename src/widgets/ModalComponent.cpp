@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "widgets/ModalComponent.h"
+
+namespace quilvane
+{
+
+namespace
+{
+
+constexpr juce::uint32 coverColour = 0x3fffffff;
+
+} // namespace
+
+ModalComponent::CoveringWindow::CoveringWindow (ModalComponent& modal) : owner (modal)
+{
+    setVisible (false);
+
+    // The keyboard stays inside, too.
+    setFocusContainerType (juce::Component::FocusContainerType::keyboardFocusContainer);
+}
+
+void ModalComponent::CoveringWindow::paint (juce::Graphics& g)
+{
+    if (owner.paintCover (g))
+        g.fillAll (juce::Colour (coverColour));
+}
+
+//==============================================================================
+ModalComponent::ModalComponent (const juce::String& name) : juce::Component (name)
+{
+    setVisible (false);
+}
+
+ModalComponent::~ModalComponent()
+{
+    if (auto* parent = cover.getParentComponent())
+        parent->removeChildComponent (&cover);
+
+    cover.removeChildComponent (this);
+}
+
+juce::Component* ModalComponent::findDesktop()
+{
+    for (juce::Component* component = this; component != nullptr; component = component->getParentComponent())
+        if (dynamic_cast<Desktop*> (component) != nullptr)
+            return component;
+
+    return nullptr;
+}
+
+void ModalComponent::showModal (Placement newPlacement, juce::Point<int> newPosition, juce::Component* relativeTo)
+{
+    if (getParentComponent() != &cover || cover.getParentComponent() == nullptr)
+    {
+        auto* desktop = findDesktop();
+
+        if (desktop == nullptr)
+            return;
+
+        // In this order, because a parent other than the cover takes the cover away.
+        if (auto* parent = cover.getParentComponent())
+            parent->removeChildComponent (&cover);
+
+        cover.addChildComponent (this);
+        setVisible (false);
+        desktop->addChildComponent (cover);
+        cover.toFront (false);
+    }
+
+    if (! isShown())
+    {
+        auto* desktop = cover.getParentComponent();
+        placement = newPlacement;
+        position = relativeTo != nullptr ? desktop->getLocalPoint (relativeTo, newPosition) : newPosition;
+
+        cover.setVisible (true);
+        cover.toFront (false);
+        place();
+    }
+
+    setVisible (true);
+}
+
+void ModalComponent::hideModal()
+{
+    cover.setVisible (false);
+    setVisible (false);
+}
+
+void ModalComponent::place()
+{
+    const auto* parent = cover.getParentComponent();
+
+    if (parent == nullptr)
+        return;
+
+    cover.setBounds (parent->getLocalBounds());
+
+    if (placement == Placement::atPosition)
+        return setTopLeftPosition (position);
+
+    const auto area = dynamic_cast<const Desktop&> (*parent).getModalArea();
+    setTopLeftPosition (area.getX() + area.getWidth() / 2 - getWidth() / 2,
+                        area.getY() + area.getHeight() / 2 - getHeight() / 2);
+}
+
+void ModalComponent::parentHierarchyChanged()
+{
+    if (auto* parent = cover.getParentComponent(); parent != nullptr && getParentComponent() != &cover)
+        parent->removeChildComponent (&cover);
+}
+
+std::unique_ptr<juce::AccessibilityHandler> ModalComponent::createAccessibilityHandler()
+{
+    return std::make_unique<juce::AccessibilityHandler> (*this, juce::AccessibilityRole::dialogWindow);
+}
+
+bool ModalComponent::isOnCover (const juce::Component& component)
+{
+    return dynamic_cast<const CoveringWindow*> (&component) != nullptr
+           || component.findParentComponentOfClass<CoveringWindow>() != nullptr;
+}
+
+void ModalComponent::dismissAll (juce::Component& desktop)
+{
+    for (int i = desktop.getNumChildComponents(); --i >= 0;)
+        if (auto* cover = dynamic_cast<CoveringWindow*> (desktop.getChildComponent (i)))
+            if (cover->isVisible())
+            {
+                cover->owner.dismiss();
+                i = juce::jmin (i, desktop.getNumChildComponents());
+            }
+}
+
+} // namespace quilvane

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "parameters/ListenerArray.h"
+#include <juce_gui_basics/juce_gui_basics.h>
+
+namespace quilvane
+{
+
+/** Edits a value in place, over the control that shows it: from startEditing() until Return, Escape or the loss of the
+    focus it lies on the top-level component, where nothing clips it. For the message thread. */
+class ModalTextEditor final : public juce::TextEditor, private juce::TextEditor::Listener
+{
+public:
+    class ModalListener
+    {
+    public:
+        virtual ~ModalListener() = default;
+
+        /** The editing is over. */
+        virtual void modalEditingFinished (ModalTextEditor&) {}
+
+        /** After that: it left another text than it began with. */
+        virtual void modalTextChanged (ModalTextEditor&, const juce::String& newText) = 0;
+    };
+
+    explicit ModalTextEditor (const juce::String& name = {});
+
+    /** Does nothing without a parent, or while it edits already. */
+    void startEditing();
+    bool isEditing() const noexcept { return editing; }
+
+    void addModalListener (ModalListener* listener) { modalListeners.add (listener); }
+    void removeModalListener (ModalListener* listener) { modalListeners.remove (listener); }
+
+private:
+    void finish();
+    void textEditorReturnKeyPressed (juce::TextEditor&) override { finish(); }
+    void textEditorEscapeKeyPressed (juce::TextEditor&) override;
+    void textEditorFocusLost (juce::TextEditor&) override { finish(); }
+
+    ListenerArray<ModalListener> modalListeners;
+    bool editing = false;
+    juce::String oldText;
+    juce::Rectangle<int> oldBounds;
+    juce::Component::SafePointer<juce::Component> oldParent;
+};
+
+} // namespace quilvane

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "widgets/ParameterController.h"
+
+#include <algorithm>
+
+namespace quilvane
+{
+
+ParameterController::~ParameterController()
+{
+    for (auto* parameter : parameters)
+        parameter->removeAsyncListener (this);
+}
+
+void ParameterController::addParameter (Parameter* parameter)
+{
+    if (parameter == nullptr || ! acceptsParameter (*parameter)
+        || std::find (parameters.begin(), parameters.end(), parameter) != parameters.end())
+        return;
+
+    parameters.push_back (parameter);
+    parameterAdded (*parameter, parameters.size() - 1);
+    updateFromParameter (*parameter);
+    parameter->addAsyncListener (this);
+}
+
+} // namespace quilvane

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "widgets/InputTextWindow.h"
+
+namespace quilvane::K7R
+{
+
+/** Asks what is to be done about a name that is taken. "Rename" asks for another one first, and ends with it; all other
+    buttons end at once. */
+class ReplaceAlertWindow final : public AlertWindow, public AlertWindow::Caller
+{
+public:
+    /** @param name the one that is taken
+        @param proposedName what the line for another name begins with */
+    ReplaceAlertWindow (AlertWindow::Caller*, const juce::String& title, const juce::String& name,
+                        const juce::String& proposedName);
+
+    /** The new name after "Rename", for alertClosed(). */
+    const juce::String& getNewName() const noexcept { return newName; }
+
+    void dismiss() override;
+
+private:
+    void closeWithButton (int buttonIndex) override;
+    void alertClosed (AlertWindow*, int result) override;
+
+    juce::String newName;
+    int renameIndex = -1;
+    std::unique_ptr<InputTextWindow> input;
+};
+
+} // namespace quilvane::K7R
