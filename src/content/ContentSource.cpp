@@ -17,6 +17,17 @@ constexpr int highestNumber = 1000;
 /** No item is read beyond this from a stream; a preset has a few kilobytes. */
 constexpr int maximumItemBytes = 1024 * 1024;
 
+bool writeStream (juce::InputStream& stream, const juce::File& file)
+{
+    juce::MemoryBlock bytes;
+
+    if (stream.readIntoMemoryBlock (bytes, maximumItemBytes + 1) > maximumItemBytes)
+        return false;
+
+    return replaceFileSafely (file,
+                              juce::String::createStringFromData (bytes.getData(), static_cast<int> (bytes.getSize())));
+}
+
 } // namespace
 
 void ContentSource::reload()
@@ -100,14 +111,7 @@ ContentItem* ContentSource::addItemFromStream (juce::InputStream& stream, const 
     if (file == juce::File() || file.existsAsFile() || containsItem (itemName))
         return nullptr;
 
-    juce::MemoryBlock bytes;
-
-    if (stream.readIntoMemoryBlock (bytes, maximumItemBytes + 1) > maximumItemBytes)
-        return nullptr;
-
-    const auto text = juce::String::createStringFromData (bytes.getData(), static_cast<int> (bytes.getSize()));
-
-    if (! replaceFileSafely (file, text))
+    if (! writeStream (stream, file))
         return nullptr;
 
     auto& item = addItem ({ file.getFileNameWithoutExtension(), readItemTags (itemName) });
@@ -118,6 +122,70 @@ ContentItem* ContentSource::addItemFromStream (juce::InputStream& stream, const 
 
     numberTags (item);
     return &item;
+}
+
+ContentItem* ContentSource::replaceItemFromStream (ContentItem& old, juce::InputStream& stream)
+{
+    if (old.source != this || isReadOnly() || ! writeStream (stream, getItemFile (old.name)))
+        return nullptr;
+
+    old.tags = readItemTags (old.name);
+    rebuildTags();
+    numberTags (old);
+    return &old;
+}
+
+ContentItem* ContentSource::saveItem (const juce::String& itemName, const TagSet& itemTags)
+{
+    const auto* old = findItem (itemName);
+    const auto oldFile = old != nullptr ? getItemFile (old->name) : juce::File();
+
+    if (! canSave() || ! createItemFile (itemName, itemTags))
+        return nullptr;
+
+    const auto file = getItemFile (itemName);
+
+    if (old != nullptr)
+    {
+        if (oldFile != file && ! isSameFile (oldFile, file))
+            deleteItemFile (old->name);
+
+        items.erase (std::find_if (items.begin(), items.end(), [&] (const auto& i) { return i.get() == old; }));
+    }
+
+    auto& item = addItem ({ file.getFileNameWithoutExtension(), itemTags });
+    rebuildTags();
+    numberTags (item);
+    return &item;
+}
+
+bool ContentSource::renameItem (ContentItem& item, const juce::String& newName)
+{
+    if (isReadOnly() || ! renameItemFile (item.name, newName))
+        return false;
+
+    item.name = getItemFile (newName).getFileNameWithoutExtension();
+    return true;
+}
+
+bool ContentSource::assignTags (ContentItem& item, const TagSet& newTags)
+{
+    if (isReadOnly() || ! writeItemTags (item.name, newTags))
+        return false;
+
+    item.tags = newTags;
+
+    if (tagMap != nullptr)
+        tagMap->merge (newTags);
+
+    numberTags (item);
+    return true;
+}
+
+void ContentSource::clear()
+{
+    items.clear();
+    tags = {};
 }
 
 bool ContentSource::removeItem (ContentItem& item)

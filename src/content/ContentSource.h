@@ -95,6 +95,24 @@ public:
         be written. */
     ContentItem* addItemFromStream (juce::InputStream&, const juce::String& itemName);
 
+    /** Writes the text of a file over an item's, and reads the item anew, under the name that it had. Null, with
+        nothing changed, if it can't be written. */
+    ContentItem* replaceItemFromStream (ContentItem&, juce::InputStream&);
+
+    /** Saves what the plug-in plays now under a name, in place of the item of that name, whatever its case. The new
+        file stands before the old one goes; null, with nothing changed, if it can't be written. */
+    ContentItem* saveItem (const juce::String& itemName, const TagSet&);
+
+    /** Gives an item another name, and its file; false, with nothing changed, if that can't be done. */
+    bool renameItem (ContentItem&, const juce::String& newName);
+
+    /** Gives an item other tags, and writes them; false, with nothing changed, if that can't be done. The source's own
+        tags are collected by rebuildTags(), once after all items. */
+    bool assignTags (ContentItem&, const TagSet&);
+
+    /** Deletes all items from memory. */
+    void clear();
+
     /** Deletes an item and its file; false if the file can't be deleted. */
     bool removeItem (ContentItem&);
 

@@ -70,6 +70,15 @@ void TagSet::add (const juce::String& category, const juce::String& tag)
     findOrAdd (category).tags.addIfNotAlreadyThere (tag);
 }
 
+TagSet TagSet::withoutEmptyCategories() const
+{
+    auto result = *this;
+    auto& list = result.categories;
+    list.erase (std::remove_if (list.begin(), list.end(), [] (const Category& c) { return c.tags.isEmpty(); }),
+                list.end());
+    return result;
+}
+
 void TagSet::remove (const juce::String& category, const juce::String& tag)
 {
     for (auto& c : categories)

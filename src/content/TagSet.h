@@ -39,6 +39,10 @@ public:
     bool contains (const juce::String& category, const juce::String& tag) const;
     void add (const juce::String& category, const juce::String& tag);
 
+    /** Adds a category without tags. */
+    void addCategory (const juce::String& category) { findOrAdd (category); }
+    TagSet withoutEmptyCategories() const;
+
     /** The category stays, also when this was its last tag. */
     void remove (const juce::String& category, const juce::String& tag);
 

@@ -20,7 +20,8 @@ constexpr int tooltipDelayMs = 850;
 constexpr int valuePriority = 6, valueTimeoutMs = 3000;
 constexpr int stays = 0;
 constexpr int initialWidth = 800, initialHeight = 600;
-constexpr float modalShare = 0.8f;
+constexpr float modalShare = 0.8f, browserShare = 0.9f;
+constexpr int messagePriority = 6, messageTimeoutMs = 6000;
 
 constexpr const char* settingsTag = "Editor";
 constexpr const char* warningAttribute = "presetChangeWarning";
@@ -326,11 +327,16 @@ void BasePluginEditor::showPanel (std::unique_ptr<GFXPanel> panel)
 void BasePluginEditor::skinUnloading()
 {
     midiActivityDisplay = nullptr;
+    presetNameDisplay = nullptr;
 }
 
 void BasePluginEditor::skinLoaded()
 {
     midiActivityDisplay = findControlOf<GFXAnimation> ("MIDIActivity");
+    presetNameDisplay = findControl ("PresetNameDisplay");
+
+    if (contentBrowser != nullptr)
+        contentBrowser->setBounds (getBrowserBounds());
 }
 
 //==============================================================================
@@ -427,6 +433,8 @@ void BasePluginEditor::mouseDown (const juce::MouseEvent& e)
         buildLabel.setVisible (false);
         layOutStatusBar();
     }
+    else if (e.originalComponent == presetNameDisplay && presetNameDisplay != nullptr && plugin.hasPresets())
+        browsePresets();
     else if (e.mods.isLeftButtonDown() && e.mods.isShiftDown())
         resetControl (e, true);
     else if (e.mods.isRightButtonDown())
@@ -514,8 +522,17 @@ bool BasePluginEditor::presetEvent (int eventId)
     {
         case eventIds::selectNextPreset:
         case eventIds::selectPreviousPreset: selectAdjacentPreset (eventId); return true;
+        case eventIds::browsePresets: browsePresets(); return true;
+        case eventIds::savePreset: savePreset(); return true;
         case eventIds::toggleMidiLearn: windows.toggleMidiLearn(); return true;
-        case eventIds::restoreDefaultPreset: plugin.loadPreset (plugin.getDefaultPreset()); return true;
+
+        case eventIds::restoreDefaultPreset:
+            if (contentBrowser != nullptr)
+                contentBrowser->clearSelection();
+
+            plugin.loadPreset (plugin.getDefaultPreset());
+            return true;
+
         case eventIds::restoreCurrentPreset: plugin.loadPreset (plugin.getCurrentPreset()); return true;
         default: return false;
     }
@@ -524,11 +541,19 @@ bool BasePluginEditor::presetEvent (int eventId)
 void BasePluginEditor::selectAdjacentPreset (int eventId)
 {
     if (! plugin.isPresetChanged() || ! windows.warnsOfPresetChange())
-        return; // the list to walk through comes with the browser
+    {
+        if (auto* browser = getBrowser())
+            browser->selectAdjacent (eventId == eventIds::selectNextPreset ? 1 : -1);
+
+        return;
+    }
 
     windows.showPresetChangedAlert (
         [this, eventId] (int answer, bool isUnwanted)
         {
+            if (answer == K7R::AlertWindow::yes)
+                return savePreset();
+
             if (answer != K7R::AlertWindow::no)
                 return;
 
@@ -536,6 +561,74 @@ void BasePluginEditor::selectAdjacentPreset (int eventId)
             plugin.resetPresetBaseline();
             selectAdjacentPreset (eventId);
         });
+}
+
+//==============================================================================
+ContentBrowser* BasePluginEditor::getBrowser()
+{
+    if (contentBrowser == nullptr && plugin.hasPresets() && plugin.getUserPresets() != nullptr)
+    {
+        contentBrowser = std::make_unique<ContentBrowser> (plugin, "Presets", plugin.getPackageExtension(),
+                                                           static_cast<ContentBrowser::Listener&> (*this));
+        contentBrowser->addSource (plugin.getFactoryPresets());
+        contentBrowser->addSource (plugin.getUserPresets());
+        contentBrowser->setCurrentSource (plugin.getUserPresets());
+        contentBrowser->setBounds (getBrowserBounds());
+    }
+
+    return contentBrowser.get();
+}
+
+juce::Rectangle<int> BasePluginEditor::getBrowserBounds() const
+{
+    const auto share = [] (int length) { return static_cast<int> (browserShare * static_cast<float> (length)); };
+    return juce::Rectangle<int> (getWidth(), panelHeight)
+        .withSizeKeepingCentre (share (getWidth()), share (panelHeight));
+}
+
+void BasePluginEditor::browsePresets()
+{
+    auto* browser = getBrowser();
+
+    if (browser == nullptr)
+        return;
+
+    if (browser->isShown() && browser->getMode() == ContentBrowser::Mode::browse)
+        browser->close (true);
+    else
+        browser->openBrowse (*this);
+}
+
+void BasePluginEditor::savePreset()
+{
+    auto* browser = getBrowser();
+
+    if (browser == nullptr || browser->getMode() == ContentBrowser::Mode::saveAs)
+        return;
+
+    browserReturnsAfterSave = browser->isShown();
+    browser->openSaveAs (*this);
+}
+
+void BasePluginEditor::browserOpened (ContentBrowser&)
+{
+    plugin.fillPreset (undoPreset);
+}
+
+void BasePluginEditor::browserClosed (ContentBrowser&, ContentBrowser::Mode previousMode, bool confirmed)
+{
+    if (previousMode == ContentBrowser::Mode::browse)
+    {
+        if (! confirmed)
+            plugin.loadPreset (undoPreset);
+    }
+    else if (std::exchange (browserReturnsAfterSave, false))
+        browsePresets();
+}
+
+void BasePluginEditor::browserMessage (const juce::String& text)
+{
+    statusBar.showMessage (text, messagePriority, messageTimeoutMs);
 }
 
 } // namespace quilvane

@@ -4,6 +4,8 @@
 
 #include <memory>
 
+#include "browser/ContentBrowser.h"
+#include "content/Preset.h"
 #include "core/PluginEditor.h"
 #include "editor/EditorWindows.h"
 #include "editor/StatusBar.h"
@@ -28,6 +30,7 @@ class BasePluginEditor : public PluginEditor,
                          public FloatingComponentOwner,
                          public ModalComponent::Desktop,
                          private StatusBar::Owner,
+                         private ContentBrowser::Listener,
                          protected GUIController::Listener,
                          protected Parameter::Listener,
                          private juce::AsyncUpdater,
@@ -62,6 +65,14 @@ public:
     GFXPanel* getSkinPanel() const noexcept { return skinPanel.get(); }
     StatusBar& getStatusBar() noexcept { return statusBar; }
     EditorWindows& getWindows() noexcept { return windows; }
+
+    /** Made when it's first asked for, by the user or by a step through its list; null in a product without
+        presets. */
+    ContentBrowser* getBrowser();
+
+    /** As the control does that fires an event of FrameworkIds.h which is about presets.
+        @returns whether it is one */
+    bool presetEvent (int eventId);
 
     /** Without the status bar, in pixels. */
     int getPanelHeight() const noexcept { return panelHeight; }
@@ -104,6 +115,9 @@ protected:
 
     virtual bool isStatusBarVisible() const { return true; }
 
+    /** Where the browser lies in the editor. */
+    virtual juce::Rectangle<int> getBrowserBounds() const;
+
     /** The user has reset a parameter. */
     virtual void parameterActionHook (int /*parameterId*/) {}
 
@@ -132,10 +146,15 @@ private:
     void resetControl (const juce::MouseEvent&, bool forced);
     juce::Component* findControlUnder (juce::Component*) const;
     void closeWindows();
-    bool presetEvent (int eventId);
+    void browsePresets();
+    void savePreset();
     GUIController* findController (juce::Component*) const;
     void setWantedSkin (const juce::String&);
     void selectAdjacentPreset (int eventId);
+    void browserOpened (ContentBrowser&) override;
+    void browserClosed (ContentBrowser&, ContentBrowser::Mode previousMode, bool confirmed) override;
+    void browserMessage (const juce::String&) override;
+
     void handleAsyncUpdate() override;
     void timerCallback() override;
 
@@ -165,9 +184,14 @@ private:
     int panelHeight = 0;
     std::unique_ptr<GFXPanel> skinPanel;
     GFXAnimation* midiActivityDisplay = nullptr;
+    juce::Component* presetNameDisplay = nullptr;
 
     FloatingLayer floatingLayer { *this };
     EditorWindows windows;
+
+    std::unique_ptr<ContentBrowser> contentBrowser;
+    Preset undoPreset;                    // what was heard before the browser opened
+    bool browserReturnsAfterSave = false; // it was open when "Save Preset" came
 };
 
 } // namespace quilvane

@@ -20,6 +20,15 @@ juce::Point<int> GlassRailEffectEditor::getModalBounds() const
     return { juce::jmax (getWidth() - margin, minimumWidth), juce::jmax (getPanelHeight() - margin, minimumHeight) };
 }
 
+juce::Rectangle<int> GlassRailEffectEditor::getBrowserBounds() const
+{
+    // The panel's width, and as many whole rows as its height has room for.
+    constexpr int rowHeight = 20, roomAroundRows = 39;
+    const auto numRows = (getPanelHeight() - roomAroundRows) / rowHeight;
+
+    return { 0, 0, getWidth(), numRows * rowHeight + roomAroundRows };
+}
+
 void GlassRailEffectEditor::skinUnloading()
 {
     BasePluginEditor::skinUnloading();

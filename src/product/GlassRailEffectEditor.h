@@ -24,6 +24,7 @@ protected:
     void skinUnloading() override;
     void skinLoaded() override;
     void timerTick (bool isShown) override;
+    juce::Rectangle<int> getBrowserBounds() const override;
 
 private:
     struct Meter

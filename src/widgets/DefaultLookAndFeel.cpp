@@ -25,11 +25,11 @@ constexpr ColourEntry theme[] = {
     { juce::TextButton::textColourOffId, 0xffe0e0e0 },
     { juce::TextButton::buttonOnColourId, 0xffb84a00 },
     { juce::TextButton::textColourOnId, 0xffe0e0e0 },
-    { 0xf007000, 0xffbbbbbb },
-    { 0xf007003, 0xffa2a2a2 },
-    { 0xf007009, 0xff828282 },
-    { 0xf007006, 0xffe6e6e6 },
-    { 0xf00700a, 0xff4a6171 },
+    { DefaultLookAndFeel::browserHeaderId, 0xffbbbbbb },
+    { DefaultLookAndFeel::categoryHeaderId, 0xffa2a2a2 },
+    { DefaultLookAndFeel::categoryLineId, 0xff828282 },
+    { DefaultLookAndFeel::itemBackgroundId, 0xffe6e6e6 },
+    { DefaultLookAndFeel::itemMixedId, 0xff4a6171 },
     { juce::DrawableButton::backgroundColourId, 0xfff0f0f0 },
     { juce::DrawableButton::backgroundOnColourId, 0xfff0f0f0 },
     { juce::TooltipWindow::outlineColourId, 0xff444444 },
@@ -55,9 +55,9 @@ constexpr ColourEntry theme[] = {
     { juce::TextEditor::backgroundColourId, 0xfff0f0f0 },
     { juce::TextEditor::outlineColourId, 0xff828282 },
     { juce::TextEditor::highlightedTextColourId, 0xffffffff },
-    { 0xf007001, 0xff282828 },
-    { 0xf007005, 0xff5d5d5d },
-    { 0xf007007, 0xff282828 },
+    { DefaultLookAndFeel::resultTextId, 0xff000000 },
+    { DefaultLookAndFeel::categoryTextId, 0xff5d5d5d },
+    { DefaultLookAndFeel::itemTextId, 0xff282828 },
     { juce::DrawableButton::textColourId, 0xff444444 },
     { juce::TooltipWindow::textColourId, 0xff282828 },
     { DefaultLookAndFeel::windowTitleId, 0xff444444 },
@@ -189,7 +189,15 @@ void DefaultLookAndFeel::drawHardLabel (juce::Graphics& g, HardLabel& label)
 {
     g.setFont (getLabelFont (label));
     g.setColour (label.findColour (hardLabelTextId, true).withMultipliedAlpha (label.isEnabled() ? 1.0f : 0.5f));
-    g.drawFittedText (label.getText(), label.getLocalBounds(), label.getJustificationType(), 1);
+    g.drawFittedText (label.getText(), label.getBorderSize().subtractedFrom (label.getLocalBounds()),
+                      label.getJustificationType(), 1);
+}
+
+juce::Font DefaultLookAndFeel::getResultFont (bool isReadOnly) const
+{
+    constexpr float narrow = 0.94f, wide = 0.02f;
+    const auto font = getFont (textHeight);
+    return isReadOnly ? font.withHorizontalScale (narrow) : font.withExtraKerningFactor (wide);
 }
 
 void DefaultLookAndFeel::drawFocusRing (juce::Graphics& g, juce::Rectangle<int> area) const

@@ -45,6 +45,14 @@ public:
         hardLabelLineId = 0xf005000,
         hardLabelBackgroundId = 0xf006000,
         hardLabelTextId = 0xf006001,
+        browserHeaderId = 0xf007000,
+        resultTextId = 0xf007001,
+        categoryHeaderId = 0xf007003,
+        categoryTextId = 0xf007005,
+        itemBackgroundId = 0xf007006,
+        itemTextId = 0xf007007,
+        categoryLineId = 0xf007009,
+        itemMixedId = 0xf00700a,
     };
 
     /** The program's own typeface, "DejaVu Sans Condensed". */
@@ -69,6 +77,9 @@ public:
     void drawMenuItem (juce::Graphics&, juce::Rectangle<int> area, const juce::String& text, ItemState) override;
     void drawMenuTitle (juce::Graphics&, juce::Rectangle<int> area, const juce::String& text) override;
     juce::Font getMenuFont() override { return getFont (textHeight); }
+
+    /** Of the browser's results; those that can't be changed have another one. */
+    juce::Font getResultFont (bool isReadOnly) const;
 
     /** Around the part that has the keyboard's focus. */
     void drawFocusRing (juce::Graphics&, juce::Rectangle<int> area) const;

@@ -34,6 +34,13 @@ const char* bodyOf (Icons::Name name)
         case Icons::Name::record: return "<path d='M12 4 A8 8 0 1 0 12.01 4 Z M12 10 A2 2 0 1 0 12.01 10 Z'/>";
         case Icons::Name::reset: return "<path d='M5 5 L5 10 L10 10 M5.5 9.5 A8 8 0 1 1 4 13'/>";
         case Icons::Name::resize: return "<path d='M14 4 L20 4 L20 10 M20 4 L13 11 M10 20 L4 20 L4 14 M4 20 L11 13'/>";
+        case Icons::Name::user:
+            return "<path d='M12 4 A4 4 0 1 0 12.01 4 Z M4 20 C4 15 8 14 12 14 C16 14 20 15 20 20 Z'/>";
+        case Icons::Name::factory: return "<path d='M4 20 L4 9 L9 12 L9 9 L14 12 L14 4 L18 4 L20 20 Z'/>";
+        case Icons::Name::import: return "<path d='M4 14 L4 20 L20 20 L20 14 M12 4 L12 15 M8 11 L12 15 L16 11'/>";
+        case Icons::Name::exportArrow: return "<path d='M4 14 L4 20 L20 20 L20 14 M12 15 L12 4 M8 8 L12 4 L16 8'/>";
+        case Icons::Name::edit: return "<path d='M4 20 L5 15 L16 4 L20 8 L9 19 Z M13 7 L17 11'/>";
+        case Icons::Name::bin: return "<path d='M4 6 L20 6 M9 6 L9 3 L15 3 L15 6 M6 6 L7 21 L17 21 L18 6'/>";
         case Icons::Name::list:
             return "<path d='M9 6 L20 6 M9 12 L20 12 M9 18 L20 18 M4.5 6 L4.5 6.01 M4.5 12 L4.5 12.01 M4.5 18 L4.5 "
                    "18.01'/>";

@@ -37,6 +37,12 @@ struct Icons
         record,
         reset,
         resize,
+        user,
+        factory,
+        import,
+        exportArrow,
+        edit,
+        bin,
     };
 
     /** An icon in its own colour. */

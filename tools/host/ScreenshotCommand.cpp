@@ -16,6 +16,7 @@
 #include "ShownPlugin.h"
 #include "content/Preset.h"
 #include "core/BasePlugin.h"
+#include "core/FrameworkIds.h"
 #include "editor/BasePluginEditor.h"
 
 namespace quilvane::host
@@ -54,6 +55,51 @@ void showInfo (ShownPlugin& shown, const juce::String& name)
     shown.getEditor().getWindows().showParameterInfo (*parameter, *control, false);
 }
 
+/** Some presets of a user's, so that there is something to see. */
+void addUserPresets (ShownPlugin& shown)
+{
+    auto& user = *shown.getPlugin().getUserPresets();
+    const auto tagsOf = [] (const char* text) { return TagSet::fromText (text); };
+
+    user.createItemFile ("Chorus of two", tagsOf ("Modulation:Slow|Subtle;Spatialize:Wide"));
+    user.createItemFile ("Rhodes, late", tagsOf ("Modulation:Slow;Spatialize:Wide"));
+    user.createItemFile ("Vocal shimmer", tagsOf ("Modulation:Fast|Subtle"));
+}
+
+void showEditMode (BasePluginEditor& editor)
+{
+    auto& browser = *editor.getBrowser();
+    editor.presetEvent (eventIds::browsePresets);
+    browser.setEditMode (true);
+    browser.getResults().flush();
+
+    std::vector<BrowserContent::Key> keys;
+
+    for (const auto& result : browser.getResults().getList().getResults())
+        if (keys.size() < 2)
+            keys.push_back (BrowserContent::keyOf (result.item));
+
+    browser.getResults().selectKeys (keys);
+}
+
+/** An import that meets a name that is taken. */
+void showImport (ShownPlugin& shown)
+{
+    auto& editor = shown.getEditor();
+    const juce::TemporaryFile archive (".qvzip");
+    showEditMode (editor);
+
+    std::vector<ContentItem*> items;
+
+    for (const auto& item : shown.getPlugin().getUserPresets()->getItems())
+        items.push_back (item.get());
+
+    if (! PackageImportExport::exportItems (items, archive.getFile()))
+        throw Failure ("can't write " + archive.getFile().getFullPathName());
+
+    editor.getBrowser()->importFile (archive.getFile());
+}
+
 void showWindow (ShownPlugin& shown, const juce::String& what)
 {
     auto& editor = shown.getEditor();
@@ -65,6 +111,10 @@ void showWindow (ShownPlugin& shown, const juce::String& what)
         { "about", [&] { windows.showAbout(); } },
         { "alert", [&] { windows.showPresetChangedAlert ({}); } },
         { "learn", [&] { windows.toggleMidiLearn(); } },
+        { "browser", [&] { editor.presetEvent (eventIds::browsePresets); } },
+        { "browser-edit", [&] { showEditMode (editor); } },
+        { "browser-saveas", [&] { editor.presetEvent (eventIds::savePreset); } },
+        { "import", [&] { showImport (shown); } },
         { "quality", [&] { editor.getStatusBar().togglePopup (StatusBar::Popup::quality); } },
         { "midi", [&] { editor.getStatusBar().togglePopup (StatusBar::Popup::midi); } },
         { "gui", [&] { editor.getStatusBar().togglePopup (StatusBar::Popup::gui); } },
@@ -118,10 +168,16 @@ void runScreenshot (const juce::ArgumentList& arguments)
             throw Failure ("there is no parameter \"" + name + "\"");
     }
 
-    shown.play (options.has ("--silent") ? 0.0 : secondsBefore);
+    const auto what = options.getValue ("--show");
+    shown.play (options.has ("--silent") ? 0.0 : secondsBefore,
+                [&]
+                {
+                    if (! what.has_value())
+                        return;
 
-    if (const auto what = options.getValue ("--show"))
-        showWindow (shown, *what);
+                    addUserPresets (shown);
+                    showWindow (shown, *what);
+                });
 
     const auto picture = shown.takePicture();
     OutputFile::write (output, [&] (juce::OutputStream& out)
@@ -136,7 +192,8 @@ constexpr auto helpText =
   --skin NAME            the skin; else the one that a new user sees
   --preset NAME          loads a preset first, by its name or from a file
   --set "Name=value"     sets a parameter first; the value is written as in a preset's file
-  --show WINDOW          opens options, about, alert, learn, quality, midi, gui, or info:"NAME OF A PARAMETER"
+  --show WINDOW          opens options, about, alert, learn, quality, midi, gui, browser,
+                         browser-edit, browser-saveas, import, or info:"NAME OF A PARAMETER"
   --silent               plays nothing; else noise plays, so that lights and meters show something
   --data FOLDER          where "Skins" and "Presets" lie; else the folder that the plug-in uses
   --plugin FILE          the plug-in; else the one in QUILVANE_PLUGIN, else the one beside this program)";

@@ -93,7 +93,7 @@ BasePluginEditor& ShownPlugin::getEditor()
     return dynamic_cast<BasePluginEditor&> (*getPlugin().getEditor());
 }
 
-void ShownPlugin::play (double seconds)
+void ShownPlugin::play (double seconds, const std::function<void()>& then)
 {
     runBesideMessageLoop (
         [&]
@@ -112,6 +112,12 @@ void ShownPlugin::play (double seconds)
             }
 
             juce::Thread::sleep (settlingMs);
+
+            if (then != nullptr)
+            {
+                runOnMessageThread (then);
+                juce::Thread::sleep (settlingMs);
+            }
         });
 }
 

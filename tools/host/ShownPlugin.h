@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include <juce_audio_processors/juce_audio_processors.h>
@@ -35,8 +36,9 @@ public:
     BasePluginEditor& getEditor();
     juce::Component& getWindow() { return *window; }
 
-    /** Plays so much of a noise through the plug-in, and lets the editor follow. */
-    void play (double seconds);
+    /** Plays so much of a noise through the plug-in, calls a function on the message thread, and lets the editor
+        follow. Once in a program. */
+    void play (double seconds, const std::function<void()>& then = {});
 
     juce::Image takePicture();
 

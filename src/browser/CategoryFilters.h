@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <vector>
+
+#include "browser/BrowserContent.h"
+
+namespace quilvane
+{
+
+/** The tags of one category that are offered, and those that are ticked. */
+struct CategoryFilter
+{
+    juce::String category;
+    int firstTagId = 0, lastTagId = 0; // of the category's tags
+    juce::StringArray available;       // sorted
+    juce::StringArray selected;
+    bool needsAll = false; // an item needs all that are ticked, not just one
+};
+
+/** Hides items by their tags: categories one after the other, each among the items that those before it have left. So
+    their order matters. */
+class CategoryFilters
+{
+public:
+    explicit CategoryFilters (const BrowserContent& theContent) : content (theContent) {}
+
+    /** Makes a filter for each category of the content, those that were there in their order, and none of them with
+        anything ticked; then applies them. */
+    void rebuild();
+
+    /** Sets what is hidden, and what each category offers. A ticked tag that isn't offered any more is unticked. */
+    void apply();
+
+    const std::vector<CategoryFilter>& getFilters() const noexcept { return filters; }
+
+    // Each applies all anew.
+    void setSelected (int filter, const juce::String& tag, bool isSelected);
+    void setNeedsAll (int filter, bool);
+    void move (int filter, int distance);
+    void setEnabled (bool);
+    void clearSelection();
+
+    bool isEnabled() const noexcept { return enabled; }
+    bool hasSelection() const;
+
+private:
+    void offer (CategoryFilter&) const;
+    void hide (const CategoryFilter&) const;
+
+    const BrowserContent& content;
+    std::vector<CategoryFilter> filters;
+    bool enabled = true;
+};
+
+} // namespace quilvane

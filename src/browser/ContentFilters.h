@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <functional>
+
+#include "browser/CategoriesContainer.h"
+#include "browser/CategoryFilters.h"
+#include "browser/HeaderComponent.h"
+
+namespace quilvane
+{
+
+/** The panel of filters: a column of tags for each category. */
+class ContentFilters final : public juce::Component, private juce::AsyncUpdater, private CategoryComponent::Listener
+{
+public:
+    /** @param onChange told after each filtering */
+    ContentFilters (const BrowserContent&, std::function<void()> onChange);
+    ~ContentFilters() override;
+
+    /** The content is another one. */
+    void rebuild();
+
+    /** Only items have changed their tags, or come and gone. */
+    void refresh();
+
+    /** The columns that there will be, in pixels of width. */
+    int getPreferredWidth() const;
+
+    void resized() override;
+    void paint (juce::Graphics&) override;
+
+    static constexpr int columnWidth = 144;
+
+private:
+    void changed();
+    void handleAsyncUpdate() override;
+    void categoryItemClicked (CategoryComponent&, int itemIndex) override;
+    void categoryAnyAllChanged (CategoryComponent&, bool needsAll) override;
+    void categoryMoveLeft (CategoryComponent&) override;
+    void categoryMoveRight (CategoryComponent&) override;
+
+    CategoryFilters filters;
+    const std::function<void()> onChange;
+    juce::DrawableButton clearButton { "Clear", juce::DrawableButton::ImageFitted };
+    TextToggleButton onOffButton { "On", "Off" };
+    HeaderComponent header { "FILTERS", nullptr, nullptr };
+    CategoriesContainer container;
+    juce::StringArray shownCategories;
+};
+
+} // namespace quilvane

@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <memory>
+
+#include "browser/HeaderComponent.h"
+#include "browser/ResultList.h"
+#include "widgets/AlertWindow.h"
+
+namespace quilvane
+{
+
+/** The items that the filters have left, as a grid that fills from the top down. Only the part of it that is seen has
+    components, so that thousands of items cost no more than a page. */
+class ContentResults final : public juce::Component,
+                             private juce::AsyncUpdater,
+                             private juce::TextEditor::Listener,
+                             private K7R::AlertWindow::Caller
+{
+public:
+    class Listener
+    {
+    public:
+        virtual ~Listener() = default;
+
+        /** Other items are selected, or shown. */
+        virtual void selectionChanged() = 0;
+
+        /** The user has chosen an item, or a step has led to it. */
+        virtual void itemClicked (ContentItem&) = 0;
+        virtual void itemDoubleClicked (ContentItem&) = 0;
+
+        /** Return, where it isn't for the list. */
+        virtual void resultsReturnPressed() = 0;
+        virtual void resultsExpandClicked() = 0;
+
+        /** An item has another name now. */
+        virtual void itemRenamed (ContentItem&) = 0;
+    };
+
+    ContentResults (BrowserContent&, Listener&);
+    ~ContentResults() override;
+
+    //==============================================================================
+    /** Takes the items that aren't hidden: soon, or at once by flush(). */
+    void rebuild();
+    void flush();
+
+    /** Before items go: nothing here touches them again until the next rebuild(). */
+    void releaseItems();
+
+    /** Shows exactly these items, at once. */
+    void show (std::vector<ContentItem*>);
+
+    const ResultList& getList() const noexcept { return list; }
+
+    /** Off: one item at most is selected; of several the current one stays. */
+    void setMultiSelect (bool);
+    void setEditMode (bool isOn) { editMode = isOn; }
+    bool isEditMode() const noexcept { return editMode; }
+
+    /** Selects an item alone, and scrolls to it; null clears the selection.
+        @param notify whether it's as if the user had clicked it */
+    void selectItem (ContentItem*, bool notify);
+
+    /** Selects these items, as far as they're shown, without loading one. */
+    void selectKeys (const std::vector<BrowserContent::Key>&);
+
+    /** A step from the current item, as if the user had clicked where it leads. Nothing in an empty list. */
+    void selectAdjacent (int distance);
+
+    /** Opens the field for the current item's name. */
+    void startRenaming();
+
+    void setExpanded (bool);
+
+    void resized() override;
+    void paint (juce::Graphics&) override;
+    bool keyPressed (const juce::KeyPress&) override;
+    void focusGained (FocusChangeType) override;
+    void focusLost (FocusChangeType) override;
+
+private:
+    class Grid;
+    class View;
+    class ResultButton;
+
+    void select (int index, ResultList::How, bool notify);
+    void clicked (int index, const juce::ModifierKeys&);
+    void doubleClicked (int index, const juce::ModifierKeys&);
+    void moveBy (int distance, const juce::ModifierKeys&);
+    void layOut();
+    void scrollToCurrent();
+    void listChanged();
+
+    void handleAsyncUpdate() override;
+    void textEditorReturnKeyPressed (juce::TextEditor&) override { finishRenaming(); }
+    void textEditorEscapeKeyPressed (juce::TextEditor&) override { hideRenaming(); }
+    void textEditorFocusLost (juce::TextEditor&) override { finishRenaming(); }
+    void alertClosed (K7R::AlertWindow*, int result) override;
+    void openRenaming (const juce::String& text);
+    void finishRenaming();
+    void hideRenaming();
+
+    BrowserContent& content;
+    Listener& listener;
+    ResultList list;
+    bool editMode = false;
+
+    // The grid: rows from the top down, then the next column.
+    int rows = 0, columnWidth = 0;
+    int widestColumn;
+
+    juce::DrawableButton expandButton { "Expand / Collapse", juce::DrawableButton::ImageFitted };
+    juce::DrawableButton viewButton { "Change view", juce::DrawableButton::ImageFitted };
+    HeaderComponent header { "RESULTS", &expandButton, &viewButton };
+    std::unique_ptr<Grid> grid;
+    std::unique_ptr<View> view;
+
+    juce::TextEditor nameEditor;
+    BrowserContent::Key renamingItem;
+    juce::String refusedName;
+    std::unique_ptr<K7R::AlertWindow> warning;
+};
+
+} // namespace quilvane

@@ -1,0 +1,226 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "browser/ContentTagEditor.h"
+
+#include <set>
+
+#include "widgets/DefaultLookAndFeel.h"
+#include "widgets/Icons.h"
+
+namespace quilvane
+{
+
+using State = TagAssignment::State;
+
+ContentTagEditor::ContentTagEditor (BrowserContent& shared, Purpose itsPurpose, bool mayAddTags,
+                                    const TagSet& tagsToBegin, std::function<void()> written) :
+    content (shared),
+    purpose (itsPurpose),
+    canAddTags (mayAddTags),
+    initialTags (tagsToBegin),
+    onWritten (std::move (written)),
+    header ("EDIT TAGS", nullptr, mayAddTags ? &addCategoryButton : nullptr)
+{
+    setTitle ("Edit tags");
+    Icons::setUp (addCategoryButton, Icons::Name::plus, "Add category");
+    addCategoryButton.onClick = [this]
+    {
+        question = Question::newCategory;
+        ask ("New Category", "Enter name:", "New Category");
+    };
+    addAndMakeVisible (header);
+    addAndMakeVisible (container);
+    ContentTagEditor::handleAsyncUpdate();
+}
+
+ContentTagEditor::~ContentTagEditor()
+{
+    cancelPendingUpdate();
+}
+
+void ContentTagEditor::setItems (std::vector<ContentItem*> newItems)
+{
+    items = std::move (newItems);
+    triggerAsyncUpdate();
+}
+
+void ContentTagEditor::releaseItems()
+{
+    items.clear();
+    itemTags.clear();
+    triggerAsyncUpdate();
+}
+
+void ContentTagEditor::setTags (const TagSet& tags)
+{
+    initialTags = tags;
+    triggerAsyncUpdate();
+}
+
+int ContentTagEditor::getPreferredWidth() const
+{
+    return columnWidth * juce::jmax (1, static_cast<int> (shownTags.getCategories().size()));
+}
+
+//==============================================================================
+void ContentTagEditor::handleAsyncUpdate()
+{
+    itemTags.clear();
+
+    for (const auto* item : items)
+        itemTags.push_back (item->tags);
+
+    assignment.reset (items, purpose == Purpose::saveAs ? initialTags : TagSet());
+
+    auto wanted = content.getVocabulary();
+    wanted.merge (newTags);
+
+    if (wanted != shownTags)
+    {
+        shownTags = wanted;
+        std::vector<std::unique_ptr<CategoryComponent>> columns;
+
+        for (const auto& category : shownTags.getCategories())
+        {
+            columns.push_back (std::make_unique<CategoryComponent> (category.name, CategoryComponent::Mode::editor,
+                                                                    static_cast<CategoryComponent::Listener&> (*this)));
+            columns.back()->setAddVisible (canAddTags);
+        }
+
+        container.setColumns (std::move (columns));
+
+        if (auto* parent = getParentComponent())
+            parent->resized();
+    }
+
+    showStates();
+}
+
+void ContentTagEditor::showStates()
+{
+    const auto isActive = purpose == Purpose::saveAs || ! items.empty();
+
+    for (int i = 0; i < container.getNumColumns(); ++i)
+    {
+        const auto& category = shownTags.getCategories()[static_cast<size_t> (i)];
+        std::vector<CategoryComponent::Item> shown;
+
+        for (const auto& tag : category.tags)
+        {
+            const auto initial = assignment.getInitialState (category.name, tag);
+            const auto isTriple = initial == State::mixed;
+            const auto number = [&] (State state) {
+                return state == State::off ? 0 : state == State::mixed ? 1 : isTriple ? 2 : 1;
+            };
+
+            shown.push_back ({ tag, isActive ? number (assignment.getState (category.name, tag)) : 0,
+                               ! isActive ? 1
+                               : isTriple ? 3
+                                          : 2,
+                               isActive ? number (initial) : 0 });
+        }
+
+        container.getColumn (i).setItems (std::move (shown));
+    }
+}
+
+void ContentTagEditor::categoryItemClicked (CategoryComponent& column, int itemIndex)
+{
+    assignment.toggle (column.getCategory(), column.getItems()[static_cast<size_t> (itemIndex)].tag);
+    showStates();
+    apply();
+}
+
+void ContentTagEditor::apply()
+{
+    std::set<ContentSource*> changedSources;
+
+    for (size_t i = 0; i < items.size(); ++i)
+    {
+        const auto wanted = assignment.tagsFor (itemTags[i]);
+
+        if (wanted != items[i]->tags && items[i]->source->assignTags (*items[i], wanted))
+            changedSources.insert (items[i]->source);
+    }
+
+    for (auto* source : changedSources)
+        source->rebuildTags();
+
+    if (! changedSources.empty())
+        onWritten();
+}
+
+//==============================================================================
+void ContentTagEditor::ask (const juce::String& title, const juce::String& text, const juce::String& name)
+{
+    input = std::make_unique<K7R::InputTextWindow> (static_cast<K7R::AlertWindow::Caller*> (this), title, text, name);
+    input->show (*this);
+}
+
+void ContentTagEditor::categoryAddClicked (CategoryComponent& column)
+{
+    question = Question::newTag;
+    pendingCategory = column.getCategory();
+    ask ("New Tag", "Enter name:", "New Tag");
+}
+
+void ContentTagEditor::alertClosed (K7R::AlertWindow*, int result)
+{
+    const auto answered = std::move (input);
+
+    if (result != K7R::AlertWindow::ok)
+        return;
+
+    // These would end a name in a file.
+    const auto name = answered->getInput().removeCharacters (":;|").trim();
+    const auto& categories = shownTags.getCategories();
+
+    if (name.isEmpty())
+        return;
+
+    if (question == Question::newCategory)
+    {
+        const auto isKnown =
+            std::any_of (categories.begin(), categories.end(), [&] (const auto& c) { return c.name == name; });
+
+        if (isKnown)
+            return ask ("New Category", "Category with that name already exists. Enter name:", name);
+
+        // A category can't be without a tag.
+        pendingCategory = name;
+        question = Question::firstTag;
+        return ask ("First Tag", "Enter name:", "New Tag");
+    }
+
+    if (shownTags.contains (pendingCategory, name))
+        return ask ("New Tag", "Tag with that name already exists. Enter name:", name);
+
+    addTag (pendingCategory, name);
+}
+
+void ContentTagEditor::addTag (const juce::String& category, const juce::String& tag)
+{
+    newTags.add (category, tag);
+    assignment.toggle (category, tag);
+    apply();
+
+    if (purpose == Purpose::saveAs)
+        initialTags = assignment.getCommonTags();
+
+    triggerAsyncUpdate();
+}
+
+//==============================================================================
+void ContentTagEditor::resized()
+{
+    constexpr int belowHeader = 1;
+    header.setBounds (getLocalBounds().removeFromTop (HeaderComponent::height));
+    container.setBounds (getLocalBounds().withTrimmedTop (HeaderComponent::height + belowHeader));
+}
+
+void ContentTagEditor::paint (juce::Graphics& g)
+{
+    g.fillAll (findColour (DefaultLookAndFeel::windowFrameId));
+}
+
+} // namespace quilvane
