@@ -20,20 +20,7 @@ constexpr int tooltipDelayMs = 850;
 constexpr int valuePriority = 6, valueTimeoutMs = 3000;
 constexpr int stays = 0;
 constexpr int initialWidth = 800, initialHeight = 600;
-constexpr float modalShare = 0.8f, browserShare = 0.9f;
-constexpr int messagePriority = 6, messageTimeoutMs = 6000;
-
-constexpr const char* settingsTag = "Editor";
-constexpr const char* warningAttribute = "presetChangeWarning";
-constexpr const char* skinTag = "Skin";
-constexpr const char* nameAttribute = "name";
-
-juce::String skinOf (const juce::XmlElement& parent)
-{
-    const auto* xml = parent.getChildByName (settingsTag);
-    const auto* skin = xml != nullptr ? xml->getChildByName (skinTag) : nullptr;
-    return skin != nullptr ? skin->getStringAttribute (nameAttribute) : juce::String();
-}
+constexpr float modalShare = 0.8f;
 
 juce::Component* findByName (juce::Component& parent, const juce::String& name)
 {
@@ -54,7 +41,6 @@ BasePluginEditor::BasePluginEditor (BasePlugin& owner, bool loadsSkinFiles) :
     plugin (owner),
     usesSkinFiles (loadsSkinFiles),
     statusBar (owner, *this),
-    tooltipWindow (this, tooltipDelayMs),
     windows (*this, owner)
 {
     auto& look = sharedLook->look;
@@ -125,12 +111,14 @@ void BasePluginEditor::windowOpened()
 {
     openedOnce = true;
     statusBar.createButtons();
+    tooltipWindow = std::make_unique<juce::TooltipWindow> (this, tooltipDelayMs);
     loadWantedSkin();
 }
 
 void BasePluginEditor::windowClosed()
 {
     closeWindows();
+    tooltipWindow.reset();
 
     // The release of a button that is held now won't be seen.
     if (skinPanel != nullptr)
@@ -148,163 +136,6 @@ void BasePluginEditor::paint (juce::Graphics& g)
 }
 
 //==============================================================================
-std::unique_ptr<juce::XmlElement> BasePluginEditor::saveSettings() const
-{
-    auto xml = usesSkinFiles ? saveState() : std::make_unique<juce::XmlElement> (settingsTag);
-    xml->setAttribute (warningAttribute, windows.warnsOfPresetChange() ? 1 : 0);
-    return xml;
-}
-
-void BasePluginEditor::loadSettings (const juce::XmlElement& parent)
-{
-    if (const auto* xml = parent.getChildByName (settingsTag))
-        windows.setPresetChangeWarning (xml->getBoolAttribute (warningAttribute, true));
-
-    loadState (parent);
-}
-
-std::unique_ptr<juce::XmlElement> BasePluginEditor::saveState() const
-{
-    if (! usesSkinFiles)
-        return nullptr;
-
-    auto xml = std::make_unique<juce::XmlElement> (settingsTag);
-    xml->createNewChildElement (skinTag)->setAttribute (nameAttribute, getSkinName());
-    return xml;
-}
-
-void BasePluginEditor::loadState (const juce::XmlElement& parent)
-{
-    const auto name = skinOf (parent);
-
-    if (name.isEmpty() || ! usesSkinFiles)
-        return;
-
-    if (juce::MessageManager::existsAndIsCurrentThread())
-        return switchSkin (name);
-
-    setWantedSkin (name);
-    triggerAsyncUpdate();
-}
-
-//==============================================================================
-juce::File BasePluginEditor::getSkinsFolder() const
-{
-    return plugin.getDirectories().get (Directories::appData).getChildFile (SkinFile::skinsFolder);
-}
-
-juce::StringArray BasePluginEditor::findSkins() const
-{
-    juce::StringArray names;
-
-    for (const auto& file : getSkinsFolder().findChildFiles (juce::File::findFiles, false, SkinFile::filePattern))
-        names.add (file.getFileNameWithoutExtension());
-
-    names.sortNatural();
-    return names;
-}
-
-juce::String BasePluginEditor::getSkinName() const
-{
-    const juce::ScopedLock scope (skinNameLock);
-    return wantedSkin;
-}
-
-void BasePluginEditor::setWantedSkin (const juce::String& name)
-{
-    const juce::ScopedLock scope (skinNameLock);
-    wantedSkin = name;
-}
-
-void BasePluginEditor::switchSkin (const juce::String& name)
-{
-    if (name.equalsIgnoreCase (getSkinName()))
-        return;
-
-    setWantedSkin (name);
-
-    if (! openedOnce)
-        return;
-
-    closeWindows();
-
-    if (skinPanel != nullptr)
-        skinPanel->setVisible (false);
-
-    statusBar.showMessage ("Loading skin...", 0, stays);
-
-    // The message is seen before the work begins.
-    if (auto* peer = getPeer())
-        peer->performAnyPendingRepaintsNow();
-
-    triggerAsyncUpdate();
-}
-
-void BasePluginEditor::handleAsyncUpdate()
-{
-    if (openedOnce)
-        loadWantedSkin();
-}
-
-void BasePluginEditor::loadWantedSkin()
-{
-    const auto wanted = getSkinName();
-
-    if (skinPanel == nullptr || wanted != loadedSkin)
-    {
-        const auto skins = findSkins();
-        const auto index = skins.indexOf (wanted, true);
-        auto isLoaded = loadSkin (index >= 0 ? skins[index] : wanted);
-
-        // With no panel to go back to, any skin is better than none.
-        if (! isLoaded && skinPanel == nullptr)
-            for (const auto& name : skins)
-                if (isLoaded = name != wanted && loadSkin (name); isLoaded)
-                    break;
-
-        // Another thread may want another one by now.
-        const juce::ScopedLock scope (skinNameLock);
-
-        if (wantedSkin == wanted)
-            wantedSkin = loadedSkin;
-    }
-
-    if (skinPanel == nullptr)
-        return;
-
-    skinPanel->setVisible (true);
-    statusBar.clearMessage();
-}
-
-std::unique_ptr<GFXPanel> BasePluginEditor::readPanel (const juce::String& name) const
-{
-    try
-    {
-        SkinFile skin (plugin, usesSkinFiles ? SkinFile::Source::file : SkinFile::Source::builtIn, name,
-                       getSkinsFolder());
-        auto panel = skin.loadEditorPanel();
-
-        // A window of no size is of no use.
-        return panel != nullptr && ! panel->getBounds().isEmpty() ? std::move (panel) : nullptr;
-    }
-    catch (const std::bad_alloc&)
-    {
-        return nullptr; // hosts expect no exceptions
-    }
-}
-
-bool BasePluginEditor::loadSkin (const juce::String& name)
-{
-    auto panel = readPanel (name);
-
-    if (panel == nullptr)
-        return false;
-
-    loadedSkin = name;
-    showPanel (std::move (panel));
-    return true;
-}
-
 void BasePluginEditor::showPanel (std::unique_ptr<GFXPanel> panel)
 {
     closeWindows();
@@ -439,16 +270,12 @@ void BasePluginEditor::mouseDown (const juce::MouseEvent& e)
         resetControl (e, true);
     else if (e.mods.isRightButtonDown())
     {
-        auto* const control = findControlUnder (e.originalComponent);
+        auto* controller = findController (e.originalComponent);
+        auto* source = dynamic_cast<juce::Component*> (controller); // a control of several parts gives the one hit
 
-        if (auto* parameter = findParameterAt (e); parameter != nullptr)
-            windows.showParameterInfo (*parameter, *control, false);
+        if (auto* parameter = controller != nullptr ? controller->getParameterAt (e, &source) : nullptr)
+            windows.showParameterInfo (*parameter, *source, false);
     }
-}
-
-juce::Component* BasePluginEditor::findControlUnder (juce::Component* component) const
-{
-    return dynamic_cast<juce::Component*> (findController (component));
 }
 
 Parameter* BasePluginEditor::findParameterAt (const juce::MouseEvent& e) const
@@ -514,121 +341,6 @@ void BasePluginEditor::controllerEvent (GUIController& controller, int eventId)
 
     if (auto* parameter = controller.getParameter(); parameter != nullptr && ! windows.isParameterInfoOpen())
         showParameterValue (*parameter);
-}
-
-bool BasePluginEditor::presetEvent (int eventId)
-{
-    switch (eventId)
-    {
-        case eventIds::selectNextPreset:
-        case eventIds::selectPreviousPreset: selectAdjacentPreset (eventId); return true;
-        case eventIds::browsePresets: browsePresets(); return true;
-        case eventIds::savePreset: savePreset(); return true;
-        case eventIds::toggleMidiLearn: windows.toggleMidiLearn(); return true;
-
-        case eventIds::restoreDefaultPreset:
-            if (contentBrowser != nullptr)
-                contentBrowser->clearSelection();
-
-            plugin.loadPreset (plugin.getDefaultPreset());
-            return true;
-
-        case eventIds::restoreCurrentPreset: plugin.loadPreset (plugin.getCurrentPreset()); return true;
-        default: return false;
-    }
-}
-
-void BasePluginEditor::selectAdjacentPreset (int eventId)
-{
-    if (! plugin.isPresetChanged() || ! windows.warnsOfPresetChange())
-    {
-        if (auto* browser = getBrowser())
-            browser->selectAdjacent (eventId == eventIds::selectNextPreset ? 1 : -1);
-
-        return;
-    }
-
-    windows.showPresetChangedAlert (
-        [this, eventId] (int answer, bool isUnwanted)
-        {
-            if (answer == K7R::AlertWindow::yes)
-                return savePreset();
-
-            if (answer != K7R::AlertWindow::no)
-                return;
-
-            windows.setPresetChangeWarning (! isUnwanted);
-            plugin.resetPresetBaseline();
-            selectAdjacentPreset (eventId);
-        });
-}
-
-//==============================================================================
-ContentBrowser* BasePluginEditor::getBrowser()
-{
-    if (contentBrowser == nullptr && plugin.hasPresets() && plugin.getUserPresets() != nullptr)
-    {
-        contentBrowser = std::make_unique<ContentBrowser> (plugin, "Presets", plugin.getPackageExtension(),
-                                                           static_cast<ContentBrowser::Listener&> (*this));
-        contentBrowser->addSource (plugin.getFactoryPresets());
-        contentBrowser->addSource (plugin.getUserPresets());
-        contentBrowser->setCurrentSource (plugin.getUserPresets());
-        contentBrowser->setBounds (getBrowserBounds());
-    }
-
-    return contentBrowser.get();
-}
-
-juce::Rectangle<int> BasePluginEditor::getBrowserBounds() const
-{
-    const auto share = [] (int length) { return static_cast<int> (browserShare * static_cast<float> (length)); };
-    return juce::Rectangle<int> (getWidth(), panelHeight)
-        .withSizeKeepingCentre (share (getWidth()), share (panelHeight));
-}
-
-void BasePluginEditor::browsePresets()
-{
-    auto* browser = getBrowser();
-
-    if (browser == nullptr)
-        return;
-
-    if (browser->isShown() && browser->getMode() == ContentBrowser::Mode::browse)
-        browser->close (true);
-    else
-        browser->openBrowse (*this);
-}
-
-void BasePluginEditor::savePreset()
-{
-    auto* browser = getBrowser();
-
-    if (browser == nullptr || browser->getMode() == ContentBrowser::Mode::saveAs)
-        return;
-
-    browserReturnsAfterSave = browser->isShown();
-    browser->openSaveAs (*this);
-}
-
-void BasePluginEditor::browserOpened (ContentBrowser&)
-{
-    plugin.fillPreset (undoPreset);
-}
-
-void BasePluginEditor::browserClosed (ContentBrowser&, ContentBrowser::Mode previousMode, bool confirmed)
-{
-    if (previousMode == ContentBrowser::Mode::browse)
-    {
-        if (! confirmed)
-            plugin.loadPreset (undoPreset);
-    }
-    else if (std::exchange (browserReturnsAfterSave, false))
-        browsePresets();
-}
-
-void BasePluginEditor::browserMessage (const juce::String& text)
-{
-    statusBar.showMessage (text, messagePriority, messageTimeoutMs);
 }
 
 } // namespace quilvane

@@ -144,7 +144,6 @@ private:
     void layOutStatusBar();
     juce::String makeBuildText() const;
     void resetControl (const juce::MouseEvent&, bool forced);
-    juce::Component* findControlUnder (juce::Component*) const;
     void closeWindows();
     void browsePresets();
     void savePreset();
@@ -172,7 +171,7 @@ private:
 
     juce::SharedResourcePointer<SharedLook> sharedLook;
     StatusBar statusBar;
-    juce::TooltipWindow tooltipWindow;
+    std::unique_ptr<juce::TooltipWindow> tooltipWindow; // while a window is open; it watches the mouse
     juce::Label buildLabel;
 
     // The wanted skin is read and set by threads that save and restore states.

@@ -58,12 +58,7 @@ void EditorWindows::showOptions()
     showCurrentSkin();
     editor.addChildComponent (*options);
     options->open();
-}
-
-void EditorWindows::hideOptions()
-{
-    if (options != nullptr)
-        options->hideModal();
+    editor.getStatusBar().repaint();
 }
 
 void EditorWindows::panelLoaded()

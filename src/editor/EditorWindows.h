@@ -33,7 +33,6 @@ public:
     ~EditorWindows() override;
 
     void showOptions();
-    void hideOptions();
     void showAbout();
 
     /** Opens at the middle of a control; does nothing if it's open for this parameter already.

@@ -17,6 +17,17 @@ FloatingPanel::FloatingPanel()
     setFocusContainerType (FocusContainerType::keyboardFocusContainer);
 }
 
+juce::Component* FloatingPanel::getFirstFocus()
+{
+    return juce::KeyboardFocusTraverser().getDefaultComponent (this);
+}
+
+void FloatingPanel::focusGained (FocusChangeType)
+{
+    if (auto* first = getFirstFocus())
+        first->grabKeyboardFocus();
+}
+
 bool FloatingPanel::keyPressed (const juce::KeyPress& key)
 {
     return key == juce::KeyPress::escapeKey && FloatingComponentOwner::hideFloating (*this, *this, nullptr);

@@ -15,7 +15,14 @@ public:
 
     bool keyPressed (const juce::KeyPress&) override;
 
+    /** Gives the focus on to what it's for. */
+    void focusGained (FocusChangeType) override;
+
     static constexpr int margin = 10;
+
+protected:
+    /** What the keyboard begins with; null for the panel itself. */
+    virtual juce::Component* getFirstFocus();
 };
 
 } // namespace quilvane

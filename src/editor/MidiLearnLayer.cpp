@@ -74,23 +74,38 @@ void MidiLearnLayer::mouseMove (const juce::MouseEvent& e)
 
 void MidiLearnLayer::mouseDown (const juce::MouseEvent& e)
 {
-    const auto index = findTarget (e.getPosition());
+    pressed = findTarget (e.getPosition());
+    setHovered (pressed);
+}
 
-    const auto target = index < 0 ? Target() : targets[static_cast<size_t> (index)];
-    choose (target);
+void MidiLearnLayer::mouseUp (const juce::MouseEvent& e)
+{
+    // With the release, because nobody else would be told of it once this is gone.
+    if (findTarget (e.getPosition()) == pressed)
+        choose (pressed);
 }
 
 bool MidiLearnLayer::keyPressed (const juce::KeyPress& key)
 {
-    if (key != juce::KeyPress::escapeKey)
+    const auto last = static_cast<int> (targets.size()) - 1;
+
+    if (key == juce::KeyPress::escapeKey)
+        choose (-1);
+    else if (key == juce::KeyPress::returnKey && hovered >= 0)
+        choose (hovered);
+    else if (key == juce::KeyPress::rightKey || key == juce::KeyPress::downKey)
+        setHovered (juce::jmin (hovered + 1, last));
+    else if (key == juce::KeyPress::leftKey || key == juce::KeyPress::upKey)
+        setHovered (juce::jmax (hovered - 1, juce::jmin (0, last)));
+    else
         return false;
 
-    choose ({});
     return true;
 }
 
-void MidiLearnLayer::choose (const Target& target)
+void MidiLearnLayer::choose (int index)
 {
+    const auto target = index < 0 ? Target() : targets[static_cast<size_t> (index)];
     const auto toCall = onChoice; // who is called may delete this
     toCall (target.control, target.parameter);
 }

@@ -16,7 +16,7 @@ class MidiControlMap;
 class Parameter;
 
 /** Lies over the panel while the user chooses what a MIDI controller shall move: it marks the controls that can be
-    moved, with the controllers that they have, and takes one click. */
+    moved, with the controllers that they have, and takes one click, or the arrow keys and Return. */
 class MidiLearnLayer final : public juce::Component
 {
 public:
@@ -27,6 +27,7 @@ public:
     void mouseMove (const juce::MouseEvent&) override;
     void mouseExit (const juce::MouseEvent&) override { setHovered (-1); }
     void mouseDown (const juce::MouseEvent&) override;
+    void mouseUp (const juce::MouseEvent&) override;
     bool keyPressed (const juce::KeyPress&) override;
 
 private:
@@ -40,12 +41,13 @@ private:
     void collect (juce::Component& parent, const juce::Component& root);
     int findTarget (juce::Point<int>) const;
     void setHovered (int index);
-    void choose (const Target&);
+    void choose (int index);
 
     const MidiControlMap& map;
     const std::function<void (juce::Component*, Parameter*)> onChoice;
     std::vector<Target> targets;
     int hovered = -1;
+    int pressed = -1;
 };
 
 } // namespace quilvane

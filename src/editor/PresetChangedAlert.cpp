@@ -49,10 +49,11 @@ void PresetChangedAlert::resized()
     box.setTopLeftPosition (getExtraArea().getX(), getExtraArea().getY() + roomAboveBox);
 }
 
-std::unique_ptr<juce::ComponentTraverser> PresetChangedAlert::createKeyboardFocusTraverser()
+std::vector<juce::Component*> PresetChangedAlert::getFocusOrder()
 {
-    // The box is reached, too.
-    return WindowComponent::createKeyboardFocusTraverser();
+    auto order = AlertWindow::getFocusOrder();
+    order.insert (order.begin(), &box);
+    return order;
 }
 
 } // namespace quilvane

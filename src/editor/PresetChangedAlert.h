@@ -19,11 +19,11 @@ public:
     bool isUnwanted() const { return box.isOn(); }
 
     void resized() override;
-    std::unique_ptr<juce::ComponentTraverser> createKeyboardFocusTraverser() override;
 
 private:
     class LAF;
 
+    std::vector<juce::Component*> getFocusOrder() override;
     int getExtraHeight() const override;
 
     std::unique_ptr<LAF> look;

@@ -2,6 +2,7 @@
 
 #include "widgets/AlertWindow.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace quilvane::K7R
@@ -14,6 +15,7 @@ constexpr int buttonHeight = 22;
 constexpr int buttonSpacing = 6;
 constexpr int roomAboveButtons = 20; // of which half lies between the text and them
 constexpr int longestLine = 440;
+constexpr int longestWord = 100; // that the breaking of a line may leave room for
 
 int widthOfLine (const juce::Font& font, const juce::String& line)
 {
@@ -22,38 +24,27 @@ int widthOfLine (const juce::Font& font, const juce::String& line)
 
 } // namespace
 
-/** Tab runs through the buttons in their order. */
+/** Tab runs through the window's own order. */
 class AlertWindow::FocusTraverser final : public juce::KeyboardFocusTraverser
 {
 public:
-    explicit FocusTraverser (const juce::OwnedArray<juce::TextButton>& theButtons) : buttons (theButtons) {}
+    explicit FocusTraverser (std::vector<juce::Component*> components) : order (std::move (components)) {}
 
-    juce::Component* getDefaultComponent (juce::Component*) override { return buttons.getFirst(); }
-
-    juce::Component* getNextComponent (juce::Component* current) override
-    {
-        const auto index = indexOf (current);
-        return index < 0 ? buttons.getFirst() : buttons[index + 1];
-    }
-
-    juce::Component* getPreviousComponent (juce::Component* current) override
-    {
-        const auto index = indexOf (current);
-        return index < 0 ? buttons.getLast() : buttons[index - 1];
-    }
-
-    std::vector<juce::Component*> getAllComponents (juce::Component*) override
-    {
-        return { buttons.begin(), buttons.end() };
-    }
+    juce::Component* getDefaultComponent (juce::Component*) override { return order.empty() ? nullptr : order.front(); }
+    juce::Component* getNextComponent (juce::Component* current) override { return getStep (current, 1); }
+    juce::Component* getPreviousComponent (juce::Component* current) override { return getStep (current, -1); }
+    std::vector<juce::Component*> getAllComponents (juce::Component*) override { return order; }
 
 private:
-    int indexOf (juce::Component* component) const
+    juce::Component* getStep (juce::Component* current, int distance) const
     {
-        return buttons.indexOf (dynamic_cast<juce::TextButton*> (component));
+        const auto size = static_cast<int> (order.size());
+        const auto found = static_cast<int> (std::find (order.begin(), order.end(), current) - order.begin());
+        const auto target = found < size ? found + distance : distance > 0 ? 0 : size - 1;
+        return juce::isPositiveAndBelow (target, size) ? order[static_cast<size_t> (target)] : nullptr;
     }
 
-    const juce::OwnedArray<juce::TextButton>& buttons;
+    const std::vector<juce::Component*> order;
 };
 
 //==============================================================================
@@ -68,6 +59,7 @@ AlertWindow::AlertWindow (Caller* toTell, const juce::String& windowTitle, const
     message.setJustificationType (juce::Justification::centredLeft);
     message.setBorderSize ({});
     message.setMinimumHorizontalScale (1.0f);
+    message.setFont (getLookAndFeel().getLabelFont (message));
     setDescription (question);
     addAndMakeVisible (message);
     addAndMakeVisible (buttonRow);
@@ -84,6 +76,13 @@ juce::String AlertWindow::getButtonText (int code)
     static const juce::StringArray texts { "Cancel",  "No",      "Yes",  "OK",          "Overwrite", "SaveAs",
                                            "Discard", "Replace", "Skip", "Replace All", "Skip All",  "Rename" };
     return texts[code];
+}
+
+juce::String AlertWindow::shorten (const juce::String& name)
+{
+    constexpr int longest = 52, end = 16;
+
+    return name.length() <= longest ? name : name.substring (0, longest - end) + "..." + name.getLastCharacters (end);
 }
 
 juce::TextButton& AlertWindow::addButton (int code, bool isEscape, bool hasFocus)
@@ -122,7 +121,7 @@ void AlertWindow::updateLayout()
     {
         const auto length = widthOfLine (font, line);
         width = juce::jmax (width, juce::jmin (length, longestLine));
-        numLines += 1 + length / (longestLine + 1);
+        numLines += 1 + length / (longestLine - longestWord);
     }
 
     const auto textHeight = static_cast<int> (font.getHeight() * static_cast<float> (juce::jmax (1, numLines)));
@@ -198,15 +197,23 @@ bool AlertWindow::keyPressed (const juce::KeyPress& key)
         return true;
     }
 
-    // Tab ends after the last button, and doesn't begin again.
-    const auto isTab = key.getKeyCode() == juce::KeyPress::tabKey;
-    const auto* end = key.getModifiers().isShiftDown() ? buttons.getFirst() : buttons.getLast();
-    return isTab && end != nullptr && end->hasKeyboardFocus (false);
+    // Tab ends at the last one, and doesn't begin again.
+    const auto order = getFocusOrder();
+
+    if (key.getKeyCode() != juce::KeyPress::tabKey || order.empty())
+        return false;
+
+    return (key.getModifiers().isShiftDown() ? order.front() : order.back())->hasKeyboardFocus (false);
+}
+
+std::vector<juce::Component*> AlertWindow::getFocusOrder()
+{
+    return { buttons.begin(), buttons.end() };
 }
 
 std::unique_ptr<juce::ComponentTraverser> AlertWindow::createKeyboardFocusTraverser()
 {
-    return std::make_unique<FocusTraverser> (buttons);
+    return std::make_unique<FocusTraverser> (getFocusOrder());
 }
 
 //==============================================================================

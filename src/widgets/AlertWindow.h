@@ -66,6 +66,9 @@ public:
     /** What a button of this code says; empty for a code that there isn't. */
     static juce::String getButtonText (int code);
 
+    /** A name that is short enough for a line, without its middle if it has to be. */
+    static juce::String shorten (const juce::String& name);
+
     const juce::String& getText() const noexcept { return text; }
 
     using WindowComponent::open;
@@ -78,6 +81,9 @@ public:
 protected:
     /** Takes the size that text and buttons need. */
     virtual void updateLayout();
+
+    /** What Tab runs through, in this order; it ends at both ends. */
+    virtual std::vector<juce::Component*> getFocusOrder();
 
     /** What a derived class shows between the text and the buttons, in pixels of height. */
     virtual int getExtraHeight() const { return 0; }

@@ -73,7 +73,11 @@ FileChooserWindow::~FileChooserWindow()
 
 void FileChooserWindow::show (juce::Component& parent)
 {
-    const auto* top = parent.getTopLevelComponent();
+    const auto* top = findDesktop (parent);
+
+    if (top == nullptr)
+        return;
+
     setContentSize (juce::jmin (contentWidth, top->getWidth() - 2 * roomBeside),
                     juce::jmin (contentHeight, top->getHeight() - 3 * roomBeside));
     parent.addChildComponent (this);
@@ -147,7 +151,8 @@ void FileChooserWindow::accept()
         return finish (file);
 
     question = K7R::AlertWindow::open (this, "Overwrite confirmation",
-                                       "'" + file.getFileName() + "' already exists.\nDo you want to overwrite it?",
+                                       "'" + K7R::AlertWindow::shorten (file.getFileName())
+                                           + "' already exists.\nDo you want to overwrite it?",
                                        K7R::AlertWindow::yesOrNo, this);
 }
 

@@ -14,7 +14,8 @@ namespace quilvane
 
     JUCE's own chooser is modal for everything that shares its library, which in a host means all other instances, and
     the system's is a window of its own that outlives a closed editor; so this is a window like our others around
-    juce::FileBrowserComponent. Folders are listed by a thread of that component, so that a slow disk holds nothing up.
+    juce::FileBrowserComponent. Folders are listed by a thread of that component; only the end of the window waits for a
+    listing that is under way.
 
     Made for one question. The owner deletes it in the callback, or when it likes. For the message thread.
 */

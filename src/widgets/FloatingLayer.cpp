@@ -18,6 +18,7 @@ void FloatingLayer::show (juce::Component& component, juce::Point<int> position,
     if (shown != nullptr)
         hide (*shown, nullptr);
 
+    focusBefore = juce::Component::getCurrentlyFocusedComponent();
     root.addAndMakeVisible (component);
     component.toFront (false);
 
@@ -46,8 +47,17 @@ void FloatingLayer::hide (juce::Component& component, const juce::MouseEvent* ev
 
     root.removeMouseListener (this);
     shown = nullptr;
+
+    const auto hadFocus = component.hasKeyboardFocus (true);
+
+    if (hadFocus)
+        juce::Component::unfocusAllComponents();
+
     component.setVisible (false);
     root.removeChildComponent (&component);
+
+    if (hadFocus && focusBefore != nullptr && focusBefore->isShowing())
+        focusBefore->grabKeyboardFocus();
 
     if (auto* told = std::exchange (callback, nullptr))
         told->floatingComponentHidden (component, event);

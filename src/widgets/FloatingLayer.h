@@ -28,7 +28,7 @@ private:
     void mouseUp (const juce::MouseEvent&) override;
 
     juce::Component& root;
-    juce::Component::SafePointer<juce::Component> shown;
+    juce::Component::SafePointer<juce::Component> shown, focusBefore;
     FloatingComponentOwner::Callback* callback = nullptr;
     bool isArmed = false;
 };

@@ -24,6 +24,7 @@ public:
     void resized() override { box.setBounds (getLocalBounds()); }
     bool keyPressed (const juce::KeyPress&) override;
     void paintOverChildren (juce::Graphics&) override;
+    std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
     void focusGained (FocusChangeType) override { repaint(); }
     void focusLost (FocusChangeType) override { repaint(); }
 

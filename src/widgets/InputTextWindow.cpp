@@ -51,10 +51,11 @@ void InputTextWindow::lookAndFeelChanged()
     AlertWindow::lookAndFeelChanged();
 }
 
-std::unique_ptr<juce::ComponentTraverser> InputTextWindow::createKeyboardFocusTraverser()
+std::vector<juce::Component*> InputTextWindow::getFocusOrder()
 {
-    // The line comes first, then the buttons.
-    return WindowComponent::createKeyboardFocusTraverser();
+    auto order = AlertWindow::getFocusOrder();
+    order.insert (order.begin(), &editor);
+    return order;
 }
 
 void InputTextWindow::handleAsyncUpdate()

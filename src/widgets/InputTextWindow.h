@@ -18,9 +18,9 @@ public:
 
     void resized() override;
     void lookAndFeelChanged() override;
-    std::unique_ptr<juce::ComponentTraverser> createKeyboardFocusTraverser() override;
 
 private:
+    std::vector<juce::Component*> getFocusOrder() override;
     int getExtraHeight() const override;
     int getLeastTextWidth() const override;
     void handleAsyncUpdate() override;

@@ -15,8 +15,6 @@ constexpr juce::uint32 coverColour = 0x3fffffff;
 ModalComponent::CoveringWindow::CoveringWindow (ModalComponent& modal) : owner (modal)
 {
     setVisible (false);
-
-    // The keyboard stays inside, too.
     setFocusContainerType (juce::Component::FocusContainerType::keyboardFocusContainer);
 }
 
@@ -40,9 +38,9 @@ ModalComponent::~ModalComponent()
     cover.removeChildComponent (this);
 }
 
-juce::Component* ModalComponent::findDesktop()
+juce::Component* ModalComponent::findDesktop (juce::Component& from)
 {
-    for (juce::Component* component = this; component != nullptr; component = component->getParentComponent())
+    for (auto* component = &from; component != nullptr; component = component->getParentComponent())
         if (dynamic_cast<Desktop*> (component) != nullptr)
             return component;
 
@@ -53,7 +51,7 @@ void ModalComponent::showModal (Placement newPlacement, juce::Point<int> newPosi
 {
     if (getParentComponent() != &cover || cover.getParentComponent() == nullptr)
     {
-        auto* desktop = findDesktop();
+        auto* desktop = findDesktop (*this);
 
         if (desktop == nullptr)
             return;
@@ -74,6 +72,7 @@ void ModalComponent::showModal (Placement newPlacement, juce::Point<int> newPosi
         placement = newPlacement;
         position = relativeTo != nullptr ? desktop->getLocalPoint (relativeTo, newPosition) : newPosition;
 
+        focusBefore = juce::Component::getCurrentlyFocusedComponent();
         cover.setVisible (true);
         cover.toFront (false);
         place();
@@ -84,8 +83,34 @@ void ModalComponent::showModal (Placement newPlacement, juce::Point<int> newPosi
 
 void ModalComponent::hideModal()
 {
+    const auto hadFocus = cover.hasKeyboardFocus (true);
+
+    // Else JUCE gives it to whatever comes next, which may lie under another cover.
+    if (hadFocus)
+        juce::Component::unfocusAllComponents();
+
     cover.setVisible (false);
     setVisible (false);
+
+    if (hadFocus)
+        returnFocus();
+}
+
+void ModalComponent::returnFocus()
+{
+    const auto* desktop = cover.getParentComponent();
+    const CoveringWindow* top = nullptr;
+
+    if (desktop != nullptr)
+        for (const auto* child : desktop->getChildren())
+            if (const auto* other = dynamic_cast<const CoveringWindow*> (child); other != nullptr && other->isVisible())
+                top = other;
+
+    if (focusBefore != nullptr && focusBefore->isShowing()
+        && (top == nullptr || top->isParentOf (focusBefore.getComponent())))
+        focusBefore->grabKeyboardFocus();
+    else if (top != nullptr && top->isShowing())
+        top->owner.grabKeyboardFocus();
 }
 
 void ModalComponent::place()

@@ -42,7 +42,8 @@ public:
                         screen already keeps its place */
     void showModal (Placement, juce::Point<int> position = {}, juce::Component* relativeTo = nullptr);
 
-    /** Takes the component off the screen. */
+    /** Takes the component off the screen. The keyboard's focus goes back to where it was, or to what is on top now;
+        never to what a cover lies over. */
     void hideModal();
 
     /** Whether it is on the screen, or was hidden with all of the editor. */
@@ -53,6 +54,9 @@ public:
 
     /** Dismisses all that are shown on a desktop, from the top down. They may be deleted by that. */
     static void dismissAll (juce::Component& desktop);
+
+    /** The desktop that a component lies on, or is; null for none. */
+    static juce::Component* findDesktop (juce::Component& from);
 
     /** Whether a component is, or lies on, the cover of a modal one. */
     static bool isOnCover (const juce::Component&);
@@ -68,6 +72,7 @@ protected:
     virtual void coverClicked() {}
 
 private:
+    /** Lies under the component and over all else, and takes what is meant for that. The keyboard stays inside. */
     class CoveringWindow final : public juce::Component
     {
     public:
@@ -81,11 +86,12 @@ private:
         ModalComponent& owner;
     };
 
-    juce::Component* findDesktop();
     void place();
+    void returnFocus();
 
     Placement placement = Placement::centred;
     juce::Point<int> position;
+    juce::Component::SafePointer<juce::Component> focusBefore;
     CoveringWindow cover { *this };
 };
 

@@ -45,6 +45,13 @@ void ModalTextEditor::textEditorEscapeKeyPressed (juce::TextEditor&)
     finish();
 }
 
+void ModalTextEditor::textEditorFocusLost (juce::TextEditor&)
+{
+    // The loss may be told late, when the focus is back: to go to another parent is to lose it.
+    if (! hasKeyboardFocus (true))
+        finish();
+}
+
 void ModalTextEditor::finish()
 {
     // Going back takes the focus away, which ends here again.

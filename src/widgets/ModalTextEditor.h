@@ -38,7 +38,7 @@ private:
     void finish();
     void textEditorReturnKeyPressed (juce::TextEditor&) override { finish(); }
     void textEditorEscapeKeyPressed (juce::TextEditor&) override;
-    void textEditorFocusLost (juce::TextEditor&) override { finish(); }
+    void textEditorFocusLost (juce::TextEditor&) override;
 
     ListenerArray<ModalListener> modalListeners;
     bool editing = false;

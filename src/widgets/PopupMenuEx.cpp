@@ -28,6 +28,7 @@ public:
     }
 
     void clicked() override { menu.choose (item, *this); }
+    bool keyPressed (const juce::KeyPress&) override;
 
     void mouseEnter (const juce::MouseEvent& e) override
     {
@@ -167,7 +168,7 @@ public:
     /** Takes a size that the desktop has room for, and opens beside the area. */
     void openAt (juce::Component& parent, juce::Rectangle<int> area, bool beside)
     {
-        auto* desktop = findDesktopOf (parent);
+        auto* desktop = findDesktop (parent);
 
         if (desktop == nullptr)
             return;
@@ -212,6 +213,11 @@ public:
 
     void dismiss() override { menu.close(); }
 
+    std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override
+    {
+        return std::make_unique<juce::AccessibilityHandler> (*this, juce::AccessibilityRole::popupMenu);
+    }
+
     bool keyPressed (const juce::KeyPress& key) override
     {
         if (key == juce::KeyPress::escapeKey || (key == juce::KeyPress::leftKey && menu.parentMenu != nullptr))
@@ -226,28 +232,49 @@ public:
         else
             return false;
 
+        showFocused();
         return true;
     }
 
 protected:
     bool paintCover (juce::Graphics&) override { return false; }
-    void coverClicked() override { dismiss(); }
+    void coverClicked() override
+    {
+        // A click beside is one beside all of them.
+        auto* root = &menu;
+
+        while (root->parentMenu != nullptr)
+            root = root->parentMenu;
+
+        root->close();
+    }
 
 private:
-    static juce::Component* findDesktopOf (juce::Component& from)
+    void showFocused()
     {
-        auto* component = &from;
+        const auto* item = window.getFocused();
 
-        while (component != nullptr && dynamic_cast<Desktop*> (component) == nullptr)
-            component = component->getParentComponent();
+        if (item == nullptr)
+            return;
 
-        return component;
+        const auto seen = viewport.getViewArea();
+
+        if (item->getY() < seen.getY())
+            viewport.setViewPosition (0, item->getY());
+        else if (item->getBottom() > seen.getBottom())
+            viewport.setViewPosition (0, item->getBottom() - seen.getHeight());
     }
 
     PopupMenuEx& menu;
     Window window;
     juce::Viewport viewport;
 };
+
+bool PopupMenuEx::ItemButton::keyPressed (const juce::KeyPress& key)
+{
+    // Before the viewport takes the arrows for scrolling.
+    return menu.component->keyPressed (key) || juce::Button::keyPressed (key);
+}
 
 //==============================================================================
 PopupMenuEx::PopupMenuEx (int numColumns, int numRows) :

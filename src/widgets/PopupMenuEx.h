@@ -12,7 +12,7 @@ namespace quilvane
 {
 
 /** A menu inside the editor: a list of items in columns, from which the user takes one, or none. Sub-menus open
-    beside their item. The choice is told when the menu is off the screen, so that a listener may delete it.
+    beside their item. The choice is told when the menu is off the screen.
 
     Owned by the control that opens it. For the message thread.
 */
@@ -93,7 +93,6 @@ private:
 
     void choose (const Item&, juce::Component& button);
     void chooseId (int id);
-    void openBeside (juce::Component& button, PopupMenuEx& owner);
     void showAt (juce::Component& parent, juce::Rectangle<int> area, bool beside);
     void handleAsyncUpdate() override;
 

@@ -7,7 +7,7 @@ namespace quilvane::K7R
 
 ReplaceAlertWindow::ReplaceAlertWindow (AlertWindow::Caller* toTell, const juce::String& windowTitle,
                                         const juce::String& name, const juce::String& proposedName) :
-    AlertWindow (toTell, windowTitle, "'" + name + "' already exists. Please choose an option:"),
+    AlertWindow (toTell, windowTitle, "'" + shorten (name) + "' already exists. Please choose an option:"),
     newName (proposedName)
 {
     constexpr int codes[] = { replace, replaceAll, rename, skip, skipAll };

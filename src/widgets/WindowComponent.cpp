@@ -23,7 +23,6 @@ WindowComponent::WindowComponent (const juce::String& windowTitle) : title (wind
 
     juce::Component::setTitle (title);
     setWantsKeyboardFocus (true);
-    setFocusContainerType (juce::Component::FocusContainerType::keyboardFocusContainer);
     WindowComponent::lookAndFeelChanged();
 }
 
@@ -123,10 +122,13 @@ void WindowComponent::resized()
     const auto y = titleBarHeight / 2 - side / 2;
     closeButton.setBounds (getWidth() - y - side - 1, y, side, side);
 
-    if (titleIcon != nullptr)
-        titleIcon->setTransformToFit (
-            titleArea.withWidth (titleBarHeight).reduced ((titleBarHeight - iconRoom) / 2).toFloat(),
-            juce::RectanglePlacement::centred);
+    if (titleIcon == nullptr)
+        return;
+
+    titleIcon->setVisible (true);
+    titleIcon->setTransformToFit (
+        titleArea.withWidth (titleBarHeight).reduced ((titleBarHeight - iconRoom) / 2).toFloat(),
+        juce::RectanglePlacement::centred);
 }
 
 void WindowComponent::lookAndFeelChanged()
