@@ -198,10 +198,16 @@ bool AlertWindow::keyPressed (const juce::KeyPress& key)
         return true;
     }
 
-    // Tab ends after the last button, and doesn't begin again.
-    const auto isTab = key.getKeyCode() == juce::KeyPress::tabKey;
-    const auto* end = key.getModifiers().isShiftDown() ? buttons.getFirst() : buttons.getLast();
-    return isTab && end != nullptr && end->hasKeyboardFocus (false);
+    // Tab ends after the last component, and doesn't begin again.
+    auto* focused = juce::Component::getCurrentlyFocusedComponent();
+
+    if (key.getKeyCode() != juce::KeyPress::tabKey || ! isParentOf (focused))
+        return false;
+
+    const auto traverser = createKeyboardFocusTraverser();
+    return (key.getModifiers().isShiftDown() ? traverser->getPreviousComponent (focused)
+                                             : traverser->getNextComponent (focused))
+           == nullptr;
 }
 
 std::unique_ptr<juce::ComponentTraverser> AlertWindow::createKeyboardFocusTraverser()
