@@ -45,6 +45,7 @@ ParameterInfo::MidiCCComponent::MidiCCComponent (Parameter& shown, MidiControlMa
         addAndMakeVisible (label);
     }
 
+    learnButton.setColour (juce::TextButton::textColourOnId, juce::Colour (Icons::litColour));
     learnButton.setTooltip ("Then move a controller of the MIDI device");
     learnButton.setEnabled (parameter.isAutomatable());
     learnButton.onClick = [this] { startLearning(); };
@@ -104,11 +105,13 @@ void ParameterInfo::MidiCCComponent::confirm()
 
 void ParameterInfo::MidiCCComponent::cancel()
 {
-    const auto hasWork = isLearning || map.getController (parameter) != controllerBefore;
+    // A map that came in meanwhile owes nothing to the one before.
+    const auto hasMoved = map.isCurrent (before) && map.getController (parameter) != controllerBefore;
+    const auto hasWork = isLearning || hasMoved;
 
     if (isLearning)
         map.cancelLearn();
-    else
+    else if (hasMoved)
         map.assign (parameter, controllerBefore);
 
     endLearning();
@@ -122,15 +125,29 @@ void ParameterInfo::MidiCCComponent::revert()
     map.restore (before);
 }
 
+void ParameterInfo::MidiCCComponent::timerCallback()
+{
+    // A map that came in has ended the learning.
+    if (map.getLearnParameter() != &parameter)
+        endLearning();
+    else
+        updateLabels();
+}
+
 void ParameterInfo::MidiCCComponent::updateLabels()
 {
     const auto controller = map.getController (parameter);
     const auto isAssigned = controller != MidiControlMap::noController;
+    const auto takesFocus = ! isAssigned && clearButton.hasKeyboardFocus (false);
     const auto* known = isAssigned ? juce::MidiMessage::getControllerName (controller) : nullptr;
 
     number.setText (isAssigned ? "# " + juce::String (controller) : "# --", juce::dontSendNotification);
     name.setText (isAssigned ? juce::String (known != nullptr ? known : "") : "unassigned", juce::dontSendNotification);
     clearButton.setEnabled (isAssigned);
+
+    // A button that is disabled drops the keyboard's focus, and with it Escape and Return.
+    if (takesFocus)
+        okButton.grabKeyboardFocus();
 }
 
 void ParameterInfo::MidiCCComponent::resized()

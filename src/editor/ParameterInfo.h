@@ -66,7 +66,7 @@ private:
         void clear();
         void endLearning();
         void updateLabels();
-        void timerCallback() override { updateLabels(); }
+        void timerCallback() override;
 
         Parameter& parameter;
         MidiControlMap& map;

@@ -15,6 +15,7 @@ struct Icons
 {
     static constexpr juce::uint32 colour = 0xffe6e6e6;
     static constexpr juce::uint32 overColour = 0xffff6c00;
+    static constexpr juce::uint32 litColour = 0xffffa35f;
 
     enum class Name
     {
