@@ -60,6 +60,7 @@ private:
         void revert();
         void cancel();
         void confirm();
+        juce::Component& getOkButton() { return okButton; }
         void resized() override;
 
     private:
@@ -80,6 +81,7 @@ private:
         juce::TextButton clearButton { "Clear" }, okButton { "OK" }, cancelButton { "Cancel" };
     };
 
+    juce::Component* getFirstFocus() override { return &controllers.getOkButton(); }
     void parameterChanged (Parameter&) override;
     void close (bool confirmed) { listener.parameterInfoClosed (*this, confirmed); }
 

@@ -522,11 +522,10 @@ TEST_F (EditorPopups, WarnsOfChangesUntilTheUserHasEnoughOfIt)
         window.getInstance().set (feedback, 0.5f);
 
         // Escape is "Cancel", and the key begins at "Yes", which doesn't lose the changes.
-        for (const auto* key : { "Escape", "Return" })
-        {
-            ASSERT_TRUE (step (window)) << key;
-            answer (window, { key });
-        }
+        ASSERT_TRUE (step (window));
+        answer (window, { "Escape" });
+        ASSERT_TRUE (step (window));
+        answer (window, { "Return", "Escape" }); // it asks for a name, and no step follows
 
         ASSERT_TRUE (step (window));
         answer (window, { "Tab", "Return" }); // "No"
