@@ -63,7 +63,6 @@ AlertWindow::AlertWindow (Caller* toTell, const juce::String& windowTitle, const
     setDescription (question);
     addAndMakeVisible (message);
     addAndMakeVisible (buttonRow);
-    AlertWindow::updateLayout();
 }
 
 AlertWindow::~AlertWindow()
@@ -156,6 +155,7 @@ void AlertWindow::lookAndFeelChanged()
 //==============================================================================
 void AlertWindow::show (juce::Component& parent)
 {
+    updateLayout();
     parent.addChildComponent (this);
     open();
     triggerAsyncUpdate();
