@@ -136,7 +136,9 @@ ContentItem* BrowserContent::find (const Key& key) const
         return nullptr;
 
     auto* item = key.source->findItem (key.name);
-    return item != nullptr && std::find (items.begin(), items.end(), item) != items.end() ? item : nullptr;
+    return item != nullptr && item->name == key.name && std::find (items.begin(), items.end(), item) != items.end()
+               ? item
+               : nullptr;
 }
 
 } // namespace quilvane

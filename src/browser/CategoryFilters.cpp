@@ -38,6 +38,19 @@ void CategoryFilters::rebuild()
     apply();
 }
 
+void CategoryFilters::refresh()
+{
+    const auto& categories = content.getTags().getCategories();
+    const auto isSame = categories.size() == filters.size()
+                        && std::all_of (categories.begin(), categories.end(),
+                                        [this] (const auto& c) { return find (c.name) != nullptr; });
+
+    if (isSame)
+        apply();
+    else
+        rebuild();
+}
+
 void CategoryFilters::apply()
 {
     for (auto* item : content.getItems())
@@ -95,29 +108,43 @@ void CategoryFilters::hide (const CategoryFilter& filter) const
 }
 
 //==============================================================================
-void CategoryFilters::setSelected (int index, const juce::String& tag, bool isSelected)
+CategoryFilter* CategoryFilters::find (const juce::String& category)
 {
-    auto& selected = filters[static_cast<size_t> (index)].selected;
+    const auto found =
+        std::find_if (filters.begin(), filters.end(), [&] (const auto& filter) { return filter.category == category; });
+    return found != filters.end() ? &*found : nullptr;
+}
+
+void CategoryFilters::setSelected (const juce::String& category, const juce::String& tag, bool isSelected)
+{
+    auto* filter = find (category);
+
+    if (filter == nullptr)
+        return;
 
     if (isSelected)
-        selected.addIfNotAlreadyThere (tag);
+        filter->selected.addIfNotAlreadyThere (tag);
     else
-        selected.removeString (tag);
+        filter->selected.removeString (tag);
 
     apply();
 }
 
-void CategoryFilters::setNeedsAll (int index, bool needsAll)
+void CategoryFilters::setNeedsAll (const juce::String& category, bool needsAll)
 {
-    filters[static_cast<size_t> (index)].needsAll = needsAll;
+    if (auto* filter = find (category))
+        filter->needsAll = needsAll;
+
     apply();
 }
 
-void CategoryFilters::move (int index, int distance)
+void CategoryFilters::move (const juce::String& category, int distance)
 {
+    const auto* filter = find (category);
+    const auto index = filter != nullptr ? static_cast<int> (filter - filters.data()) : -1;
     const auto target = index + distance;
 
-    if (! juce::isPositiveAndBelow (target, static_cast<int> (filters.size())))
+    if (index < 0 || ! juce::isPositiveAndBelow (target, static_cast<int> (filters.size())))
         return;
 
     std::swap (filters[static_cast<size_t> (index)], filters[static_cast<size_t> (target)]);

@@ -35,10 +35,13 @@ public:
 
     const std::vector<CategoryFilter>& getFilters() const noexcept { return filters; }
 
-    // Each applies all anew.
-    void setSelected (int filter, const juce::String& tag, bool isSelected);
-    void setNeedsAll (int filter, bool);
-    void move (int filter, int distance);
+    /** Keeps what is ticked if the content has the same categories, and else is rebuild(). */
+    void refresh();
+
+    // Each applies all anew. A category that there isn't any more is passed over.
+    void setSelected (const juce::String& category, const juce::String& tag, bool isSelected);
+    void setNeedsAll (const juce::String& category, bool);
+    void move (const juce::String& category, int distance);
     void setEnabled (bool);
     void clearSelection();
 
@@ -46,6 +49,7 @@ public:
     bool hasSelection() const;
 
 private:
+    CategoryFilter* find (const juce::String& category);
     void offer (CategoryFilter&) const;
     void hide (const CategoryFilter&) const;
 

@@ -2,6 +2,8 @@
 
 #include "browser/ContentBrowser.h"
 
+#include <utility>
+
 #include "core/BasePlugin.h"
 #include "widgets/Icons.h"
 
@@ -15,11 +17,6 @@ constexpr int buttonHeight = 20, bottomRow = 25, belowPanels = 35, leftMargin = 
 constexpr int nameWidth = 300, longestName = 150;
 constexpr const char* newName = "New Preset";
 
-juce::File desktop()
-{
-    return juce::File::getSpecialLocation (juce::File::userDesktopDirectory);
-}
-
 } // namespace
 
 ContentBrowser::ContentBrowser (BasePlugin& owner, const juce::String& windowTitle,
@@ -30,8 +27,8 @@ ContentBrowser::ContentBrowser (BasePlugin& owner, const juce::String& windowTit
     browserTitle (windowTitle),
     extension (packageExtension),
     content (juce::StringArray::fromTokens (owner.getCategories(), ";", "")),
-    importDirectory (desktop()),
-    exportDirectory (desktop()),
+    importDirectory (juce::File::getSpecialLocation (juce::File::userDesktopDirectory)),
+    exportDirectory (importDirectory),
     sources (
         content, [this] { rebuild (Reading::whatComesIn); },
         [this]
@@ -124,7 +121,7 @@ void ContentBrowser::releaseItems()
         tagEditor->releaseItems();
 }
 
-void ContentBrowser::rebuild (Reading reading)
+void ContentBrowser::rebuild (Reading reading, Ticks ticks)
 {
     auto* const only = isEditing() ? content.currentSource : nullptr;
     releaseItems();
@@ -134,16 +131,18 @@ void ContentBrowser::rebuild (Reading reading)
     else
         content.collect (only);
 
-    sources.updateButtons (only);
-    filters.rebuild();
+    if (ticks == Ticks::kept)
+        filters.refresh();
+    else
+        filters.rebuild();
+
     updateLayout();
 }
 
-void ContentBrowser::updateEditMode()
+void ContentBrowser::updateEditMode (const TagSet& tagsToSave)
 {
     const auto isSaving = mode == Mode::saveAs;
     const auto wantsEditor = isSaving || isEditing();
-    const auto* current = isSaving ? content.find (returnItem) : nullptr;
 
     tagEditor.reset();
     results.setEditMode (isEditing());
@@ -151,11 +150,12 @@ void ContentBrowser::updateEditMode()
     if (wantsEditor)
     {
         tagEditor = std::make_unique<ContentTagEditor> (
-            content, isSaving ? ContentTagEditor::Purpose::saveAs : ContentTagEditor::Purpose::edit, false,
-            current != nullptr ? current->tags : TagSet(), [this] { updateLayout(); });
+            content, isSaving ? ContentTagEditor::Purpose::saveAs : ContentTagEditor::Purpose::edit, false, tagsToSave,
+            [this] { updateLayout(); });
         addAndMakeVisible (*tagEditor);
     }
 
+    sources.updateButtons (wantsEditor ? content.currentSource : nullptr);
     updateLayout();
 }
 
@@ -208,20 +208,21 @@ void ContentBrowser::openSaveAs (juce::Component& editor)
     setTitle (browserTitle + " - Save As");
     mode = Mode::saveAs;
     results.flush();
-    returnItem = BrowserContent::keyOf (results.getList().getCurrentItem());
+
+    const auto* current = results.getList().getCurrentItem();
+    const auto tags = current != nullptr ? current->tags : TagSet();
+    returnItem = BrowserContent::keyOf (current);
+    nameEditor.setText (current != nullptr ? current->name : juce::String (newName), false);
 
     // All of the user's items, whatever is filtered.
-    results.releaseItems();
+    releaseItems();
     source->enabled = true;
     source->reload();
     content.collect (source);
     results.setMultiSelect (false);
     results.show (content.getItems());
-
-    auto* item = content.find (returnItem);
-    results.selectItem (item, false);
-    nameEditor.setText (item != nullptr ? item->name : juce::String (newName), false);
-    updateEditMode();
+    results.selectItem (content.find (returnItem), false);
+    updateEditMode (tags);
     openAt (editor);
 
     if (isShowing())
@@ -235,6 +236,7 @@ void ContentBrowser::close (bool confirmed)
     alert.reset();
     chooser.reset();
     importer.stop();
+    results.cancelRenaming();
 
     const auto previousMode = std::exchange (mode, Mode::browse);
     updateEditMode();
@@ -243,9 +245,10 @@ void ContentBrowser::close (bool confirmed)
     {
         setTitle (browserTitle);
         results.setMultiSelect (true);
-        rebuild (Reading::whatComesIn);
-        results.flush();
+        rebuild (Reading::whatComesIn, confirmed ? Ticks::discarded : Ticks::kept);
     }
+
+    results.flush();
 
     if (! confirmed)
         results.selectItem (content.find (returnItem), false);
@@ -322,6 +325,11 @@ void ContentBrowser::selectionChanged()
     updateLayout();
 }
 
+void ContentBrowser::renameFailed (const ContentItem& item)
+{
+    listener.browserMessage ("'" + item.name + "' couldn't be renamed");
+}
+
 void ContentBrowser::itemClicked (ContentItem& item)
 {
     if (mode == Mode::browse)
@@ -364,8 +372,11 @@ void ContentBrowser::resultsExpandClicked()
     updateLayout();
 }
 
-void ContentBrowser::itemRenamed (ContentItem& item)
+void ContentBrowser::itemRenamed (ContentItem& item, const juce::String& oldName)
 {
+    if (returnItem == BrowserContent::Key { item.source, oldName })
+        returnItem.name = item.name;
+
     results.rebuild();
     results.flush();
     results.selectItem (&item, false);
@@ -401,188 +412,6 @@ bool ContentBrowser::keyPressed (const juce::KeyPress& key)
         return false;
 
     return true;
-}
-
-//==============================================================================
-void ContentBrowser::save()
-{
-    auto* source = content.currentSource;
-    const auto name = nameEditor.getText().trim();
-
-    if (source == nullptr || ! source->canSave() || name.isEmpty())
-        return;
-
-    if (! source->containsItem (name))
-        return performSave();
-
-    question = Question::overwrite;
-    alert = K7R::AlertWindow::open (static_cast<K7R::AlertWindow::Caller*> (this), "Overwrite confirmation",
-                                    "Preset already exists.\nDo you want to overwrite it?", K7R::AlertWindow::yesOrNo,
-                                    this);
-}
-
-void ContentBrowser::performSave()
-{
-    auto& source = *content.currentSource;
-    const auto name = nameEditor.getText().trim();
-    const auto tags = tagEditor != nullptr ? tagEditor->getTags().withoutEmptyCategories() : TagSet();
-
-    results.releaseItems();
-    const auto* item = source.saveItem (name, tags);
-    const auto saved = BrowserContent::keyOf (item);
-
-    if (item != nullptr)
-        source.loadItem (item->name);
-    else
-        listener.browserMessage ("'" + name + "' couldn't be saved");
-
-    close (item != nullptr);
-
-    if (auto* shown = content.find (saved))
-        results.selectItem (shown, false);
-}
-
-void ContentBrowser::deleteSelected()
-{
-    question = Question::deletion;
-    alert = K7R::AlertWindow::open (static_cast<K7R::AlertWindow::Caller*> (this), "Delete confirmation",
-                                    "Do you want to delete selected files?", K7R::AlertWindow::yesOrNo, this);
-}
-
-void ContentBrowser::alertClosed (K7R::AlertWindow*, int result)
-{
-    const auto answered = std::move (alert);
-
-    if (result != K7R::AlertWindow::yes)
-    {
-        if (question == Question::overwrite && isShowing())
-            nameEditor.grabKeyboardFocus();
-
-        return;
-    }
-
-    if (question == Question::overwrite)
-        return performSave();
-
-    const auto selected = results.getList().getSelectedItems();
-    int numKept = 0;
-
-    releaseItems();
-
-    for (auto* item : selected)
-    {
-        content.remove (*item);
-
-        if (! item->source->removeItem (*item))
-        {
-            content.insert (*item);
-            ++numKept;
-        }
-    }
-
-    if (numKept > 0)
-        listener.browserMessage (juce::String (numKept) + " of the files couldn't be deleted");
-
-    rebuild (Reading::nothing);
-}
-
-//==============================================================================
-juce::String ContentBrowser::getProposedExportName() const
-{
-    auto name = plugin.getProductName() + " - " + browserTitle;
-
-    if (! plugin.getReleaseChannel().equalsIgnoreCase ("master"))
-        name << " - " << juce::Time::getCurrentTime().formatted ("%Y-%m-%d - %H_%M_%S") << " - " << plugin.getBuildId();
-
-    return name + extension;
-}
-
-void ContentBrowser::chooseExport()
-{
-    const auto folder = exportDirectory.isDirectory() ? exportDirectory : desktop();
-
-    chooser = std::make_unique<FileChooserWindow> ("Export items", FileChooserWindow::Mode::save, extension,
-                                                   folder.getChildFile (getProposedExportName()),
-                                                   [this] (const juce::File& file)
-                                                   {
-                                                       const auto finished = std::move (chooser);
-
-                                                       if (file != juce::File())
-                                                           exportTo (file.withFileExtension (extension));
-                                                   });
-    chooser->show (*this);
-}
-
-void ContentBrowser::exportTo (const juce::File& file)
-{
-    exportDirectory = file.getParentDirectory();
-
-    std::vector<ContentItem*> items;
-
-    for (auto* item : results.getList().getSelectedItems())
-        if (item->source == content.currentSource)
-            items.push_back (item);
-
-    listener.browserMessage (PackageImportExport::exportItems (items, file)
-                                 ? "Exported: " + file.getFileName()
-                                 : "'" + file.getFullPathName() + "' couldn't be written");
-}
-
-void ContentBrowser::chooseImport()
-{
-    chooser = std::make_unique<FileChooserWindow> ("Import package", FileChooserWindow::Mode::open, extension,
-                                                   importDirectory,
-                                                   [this] (const juce::File& file)
-                                                   {
-                                                       const auto finished = std::move (chooser);
-
-                                                       if (file != juce::File())
-                                                           importFile (file);
-                                                   });
-    chooser->show (*this);
-}
-
-void ContentBrowser::importFile (const juce::File& file)
-{
-    if (content.currentSource == nullptr)
-        return;
-
-    importDirectory = file.getParentDirectory();
-    imported.clear();
-
-    if (! importer.startImport (file, *content.currentSource))
-        return listener.browserMessage ("'" + file.getFileName() + "' is no archive of presets");
-
-    results.selectItem (nullptr, false);
-    updateLayout();
-}
-
-void ContentBrowser::itemImported (ContentItem& item)
-{
-    content.insert (item);
-    imported.push_back (BrowserContent::keyOf (&item));
-}
-
-void ContentBrowser::itemGoes (ContentItem& item)
-{
-    releaseItems();
-
-    content.remove (item);
-}
-
-void ContentBrowser::importProgressed (int numDone, int numEntries)
-{
-    setTitle (browserTitle + " - Importing " + juce::String (numDone) + " of " + juce::String (numEntries));
-}
-
-void ContentBrowser::importFinished (int numImported)
-{
-    setTitle (browserTitle);
-    rebuild (Reading::nothing);
-    results.flush();
-    results.selectKeys (imported);
-    listener.browserMessage (numImported == 1 ? juce::String ("1 preset imported")
-                                              : juce::String (numImported) + " presets imported");
 }
 
 } // namespace quilvane

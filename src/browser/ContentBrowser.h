@@ -17,7 +17,7 @@ namespace quilvane
 class BasePlugin;
 
 /** The browser of presets: one window inside the editor, with the sources, the filters or the tag editor, and the
-    results. It lives as long as the editor, shown or not, because next and previous walk through its results.
+    results. Once made it lives as long as the editor, shown or not, because next and previous walk through its results.
     Message thread. */
 class ContentBrowser final : public WindowComponent,
                              private ContentResults::Listener,
@@ -89,12 +89,20 @@ private:
         whatComesIn,
     };
 
+    /** Whether the filters keep what is ticked in them. */
+    enum class Ticks
+    {
+        discarded,
+        kept,
+    };
+
     void releaseItems();
-    void rebuild (Reading);
-    void updateEditMode();
+    void rebuild (Reading, Ticks = Ticks::discarded);
+    void updateEditMode (const TagSet& tagsToSave = {});
     void updateLayout();
     void save();
     void performSave();
+    void performDelete();
     void deleteSelected();
     void chooseExport();
     void chooseImport();
@@ -107,14 +115,14 @@ private:
     void itemDoubleClicked (ContentItem&) override;
     void resultsReturnPressed() override;
     void resultsExpandClicked() override;
-    void itemRenamed (ContentItem&) override;
+    void itemRenamed (ContentItem&, const juce::String& oldName) override;
+    void renameFailed (const ContentItem&) override;
     void buttonClicked (juce::Button*) override;
     void alertClosed (K7R::AlertWindow*, int result) override;
     void textEditorTextChanged (juce::TextEditor&) override { updateLayout(); }
-    void textEditorReturnKeyPressed (juce::TextEditor&) override { save(); }
-    void textEditorEscapeKeyPressed (juce::TextEditor&) override { close (false); }
-    void itemImported (ContentItem&) override;
-    void itemGoes (ContentItem&) override;
+    void textEditorReturnKeyPressed (juce::TextEditor&) override;
+    void textEditorEscapeKeyPressed (juce::TextEditor&) override;
+    void itemImported (ContentItem&, bool isNew) override;
     void importProgressed (int numDone, int numEntries) override;
     void importFinished (int numImported) override;
 

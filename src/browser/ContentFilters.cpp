@@ -57,13 +57,13 @@ void ContentFilters::rebuild()
 
 void ContentFilters::refresh()
 {
-    filters.apply();
+    filters.refresh();
     changed();
 }
 
 int ContentFilters::getPreferredWidth() const
 {
-    return columnWidth * juce::jmax (1, static_cast<int> (filters.getFilters().size()));
+    return columnWidth * static_cast<int> (filters.getFilters().size());
 }
 
 void ContentFilters::changed()
@@ -116,25 +116,25 @@ void ContentFilters::handleAsyncUpdate()
 void ContentFilters::categoryItemClicked (CategoryComponent& column, int itemIndex)
 {
     const auto& item = column.getItems()[static_cast<size_t> (itemIndex)];
-    filters.setSelected (container.indexOf (column), item.tag, item.state > 0);
+    filters.setSelected (column.getCategory(), item.tag, item.state > 0);
     changed();
 }
 
 void ContentFilters::categoryAnyAllChanged (CategoryComponent& column, bool needsAll)
 {
-    filters.setNeedsAll (container.indexOf (column), needsAll);
+    filters.setNeedsAll (column.getCategory(), needsAll);
     changed();
 }
 
 void ContentFilters::categoryMoveLeft (CategoryComponent& column)
 {
-    filters.move (container.indexOf (column), -1);
+    filters.move (column.getCategory(), -1);
     changed();
 }
 
 void ContentFilters::categoryMoveRight (CategoryComponent& column)
 {
-    filters.move (container.indexOf (column), 1);
+    filters.move (column.getCategory(), 1);
     changed();
 }
 

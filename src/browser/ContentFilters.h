@@ -22,10 +22,10 @@ public:
     /** The content is another one. */
     void rebuild();
 
-    /** Only items have changed their tags, or come and gone. */
+    /** The same, and what is ticked stays so while there are the same categories. */
     void refresh();
 
-    /** The columns that there will be, in pixels of width. */
+    /** The columns' width, in pixels. */
     int getPreferredWidth() const;
 
     void resized() override;

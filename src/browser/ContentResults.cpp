@@ -2,7 +2,8 @@
 
 #include "browser/ContentResults.h"
 
-#include <algorithm>
+#include <cstdlib>
+#include <utility>
 
 #include "widgets/DefaultLookAndFeel.h"
 #include "widgets/Icons.h"
@@ -13,193 +14,31 @@ namespace quilvane
 namespace
 {
 
-constexpr int rowHeight = 20, narrowColumn = 160, wideColumn = 320, textMargin = 3;
 constexpr int longestName = 150; // characters, of which every file system has room for
-constexpr float fadeOfUnticked = 0.7692308f;
-
-juce::Colour faded (juce::Colour colour)
-{
-    const auto fade = [] (juce::uint8 channel)
-    { return static_cast<juce::uint8> (255.0f - static_cast<float> (255 - channel) * fadeOfUnticked); };
-    return { fade (colour.getRed()), fade (colour.getGreen()), fade (colour.getBlue()) };
-}
 
 } // namespace
-
-/** One place of the grid that is seen, with the item that stands there now. */
-class ContentResults::ResultButton final : public juce::Button
-{
-public:
-    explicit ResultButton (ContentResults& results) : juce::Button ({}), owner (results)
-    {
-        setWantsKeyboardFocus (false);
-        setMouseClickGrabsKeyboardFocus (false);
-        setTriggeredOnMouseDown (true);
-    }
-
-    void showResult (int newIndex)
-    {
-        index = newIndex;
-        const auto& result = getResult();
-        setName (result.item->name);
-        setTitle (result.item->name);
-        setToggleState (result.isSelected, juce::dontSendNotification);
-        setDescription (result.item->source->getName());
-        repaint();
-    }
-
-    void clicked (const juce::ModifierKeys& modifiers) override { owner.clicked (index, modifiers); }
-
-    void mouseDoubleClick (const juce::MouseEvent& e) override { owner.doubleClicked (index, e.mods); }
-
-    void paintButton (juce::Graphics& g, bool isOver, bool) override
-    {
-        const auto* look = dynamic_cast<DefaultLookAndFeel*> (&getLookAndFeel());
-
-        if (look == nullptr || ! juce::isPositiveAndBelow (index, owner.list.size()))
-            return;
-
-        const auto& [item, isSelected] = getResult();
-        const auto colour = look->findColour (DefaultLookAndFeel::resultTextId);
-
-        if (isSelected || isOver)
-        {
-            const auto ground = look->findColour (DefaultLookAndFeel::accentId);
-            g.fillAll (isSelected ? ground.brighter (isOver ? 0.1f : 0.0f) : ground.withAlpha (0.18f));
-        }
-
-        g.setColour (isSelected ? colour : faded (colour));
-        g.setFont (look->getResultFont (item->source->isReadOnly()));
-        g.drawFittedText (item->name, getLocalBounds().reduced (textMargin, 0), juce::Justification::centredLeft, 1,
-                          0.8f);
-
-        if (index == owner.list.getCurrentIndex() && owner.hasKeyboardFocus (true))
-            look->drawFocusRing (g, getLocalBounds());
-    }
-
-private:
-    const ResultList::Result& getResult() const { return owner.list.getResults()[static_cast<size_t> (index)]; }
-
-    ContentResults& owner;
-    int index = 0;
-};
-
-/** All places; components for those that are seen. */
-class ContentResults::Grid final : public juce::Component
-{
-public:
-    explicit Grid (ContentResults& results) : owner (results) { setInterceptsMouseClicks (false, true); }
-
-    void setVisibleArea (juce::Rectangle<int> newArea)
-    {
-        area = newArea;
-        update();
-    }
-
-    void update()
-    {
-        size_t used = 0;
-
-        if (owner.rows > 0 && owner.columnWidth > 0)
-        {
-            const auto firstColumn = juce::jmax (0, (area.getX() - left()) / owner.columnWidth);
-            const auto first = firstColumn * owner.rows;
-            const auto end =
-                juce::jmin (owner.list.size(), ((area.getRight() - left()) / owner.columnWidth + 1) * owner.rows);
-
-            for (auto index = first; index < end; ++index, ++used)
-            {
-                if (used == buttons.size())
-                {
-                    buttons.push_back (std::make_unique<ResultButton> (owner));
-                    addChildComponent (*buttons.back());
-                }
-
-                auto& button = *buttons[used];
-                button.setBounds (placeOf (index));
-                button.showResult (index);
-                button.setVisible (true);
-            }
-        }
-
-        for (; used < buttons.size(); ++used)
-            buttons[used]->setVisible (false);
-    }
-
-    juce::Rectangle<int> placeOf (int index) const
-    {
-        return { left() + index / owner.rows * owner.columnWidth, top() + index % owner.rows * rowHeight,
-                 owner.columnWidth, rowHeight };
-    }
-
-    /** What the rows leave of the height, and the columns of the width, stands in halves on both sides. */
-    juce::Point<int> remainder;
-
-private:
-    int left() const { return remainder.x / 2; }
-    int top() const { return remainder.y / 2; }
-
-    ContentResults& owner;
-    juce::Rectangle<int> area;
-    std::vector<std::unique_ptr<ResultButton>> buttons;
-};
-
-class ContentResults::View final : public juce::Viewport
-{
-public:
-    explicit View (Grid& content) : grid (content)
-    {
-        setViewedComponent (&content, false);
-        setScrollBarsShown (false, true);
-        setWantsKeyboardFocus (false);
-        getHorizontalScrollBar().setTitle ("Results");
-    }
-
-    void visibleAreaChanged (const juce::Rectangle<int>& area) override { grid.setVisibleArea (area); }
-
-    void mouseWheelMove (const juce::MouseEvent& e, const juce::MouseWheelDetails& wheel) override
-    {
-        // The list only goes sideways, so the wheel does too.
-        auto sideways = wheel;
-
-        if (sideways.deltaX == 0.0f)
-            std::swap (sideways.deltaX, sideways.deltaY);
-
-        juce::Viewport::mouseWheelMove (e, sideways);
-    }
-
-private:
-    Grid& grid;
-};
 
 //==============================================================================
 ContentResults::ContentResults (BrowserContent& shared, Listener& toTell) :
     content (shared),
     listener (toTell),
-    widestColumn (narrowColumn),
-    grid (std::make_unique<Grid> (*this)),
-    view (std::make_unique<View> (*grid))
+    grid (list, static_cast<ResultsGrid::Owner&> (*this))
 {
     setTitle ("Results");
     setWantsKeyboardFocus (true);
     addAndMakeVisible (header);
-    addAndMakeVisible (*view);
+    addAndMakeVisible (grid);
 
     setExpanded (false);
     expandButton.onClick = [this] { listener.resultsExpandClicked(); };
     Icons::setUp (viewButton, Icons::Name::list, "Change view", findColour (DefaultLookAndFeel::itemTextId));
     viewButton.setTooltip ("Wide or narrow columns");
-    viewButton.onClick = [this]
-    {
-        widestColumn = widestColumn == narrowColumn ? wideColumn : narrowColumn;
-        layOut();
-        scrollToCurrent();
-    };
+    viewButton.onClick = [this] { grid.changeView(); };
 
     nameEditor.setTitle ("New name");
     nameEditor.setInputRestrictions (longestName);
     nameEditor.addListener (this);
-    grid->addChildComponent (nameEditor);
+    grid.getViewedComponent()->addChildComponent (nameEditor);
 }
 
 ContentResults::~ContentResults()
@@ -230,7 +69,7 @@ void ContentResults::releaseItems()
 {
     hideRenaming();
     list.releaseItems();
-    grid->update();
+    grid.update();
 }
 
 void ContentResults::handleAsyncUpdate()
@@ -249,7 +88,7 @@ void ContentResults::show (const std::vector<ContentItem*>& items)
     cancelPendingUpdate();
     hideRenaming();
     list.setItems (items);
-    layOut();
+    grid.layOut();
     listener.selectionChanged();
 }
 
@@ -259,7 +98,7 @@ void ContentResults::setMultiSelect (bool isOn)
     {
         list.multiSelect = false;
         list.select (list.getCurrentIndex(), ResultList::How::single);
-        grid->update();
+        grid.update();
     }
 
     list.multiSelect = isOn;
@@ -267,7 +106,7 @@ void ContentResults::setMultiSelect (bool isOn)
 
 void ContentResults::listChanged()
 {
-    grid->update();
+    grid.update();
     listener.selectionChanged();
 }
 
@@ -279,13 +118,18 @@ void ContentResults::selectItem (ContentItem* item, bool notify)
         return listChanged();
     }
 
-    select (list.indexOf (item), ResultList::How::single, notify);
+    if (const auto index = list.indexOf (item); index >= 0)
+        return select (index, ResultList::How::single, notify);
+
+    // It's filtered out.
+    list.clearSelection();
+    listChanged();
 }
 
 void ContentResults::selectKeys (const std::vector<BrowserContent::Key>& keys)
 {
     list.selectKeys (keys);
-    scrollToCurrent();
+    grid.show (list.getCurrentIndex());
     listChanged();
 }
 
@@ -303,8 +147,8 @@ void ContentResults::select (int index, ResultList::How how, bool notify)
         return;
 
     list.select (index, how);
-    scrollToCurrent();
-    grid->update();
+    grid.show (list.getCurrentIndex());
+    grid.update();
 
     // What is loaded may change what is shown here.
     if (auto* item = list.getCurrentItem(); notify && item != nullptr)
@@ -313,7 +157,7 @@ void ContentResults::select (int index, ResultList::How how, bool notify)
         listener.selectionChanged();
 }
 
-void ContentResults::clicked (int index, const juce::ModifierKeys& modifiers)
+void ContentResults::resultClicked (int index, const juce::ModifierKeys& modifiers)
 {
     if (isShowing())
         grabKeyboardFocus();
@@ -325,7 +169,7 @@ void ContentResults::clicked (int index, const juce::ModifierKeys& modifiers)
             true);
 }
 
-void ContentResults::doubleClicked (int index, const juce::ModifierKeys& modifiers)
+void ContentResults::resultDoubleClicked (int index, const juce::ModifierKeys& modifiers)
 {
     if (modifiers.isCommandDown() || ! juce::isPositiveAndBelow (index, list.size()))
         return;
@@ -339,8 +183,9 @@ void ContentResults::doubleClicked (int index, const juce::ModifierKeys& modifie
 //==============================================================================
 void ContentResults::moveBy (int distance, const juce::ModifierKeys& modifiers)
 {
+    const auto rows = grid.getNumRows();
     const auto current = list.getCurrentIndex();
-    auto target = list.getStep (distance);
+    const auto target = list.getStep (distance);
 
     if (target < 0)
         return;
@@ -362,12 +207,13 @@ void ContentResults::moveBy (int distance, const juce::ModifierKeys& modifiers)
 bool ContentResults::keyPressed (const juce::KeyPress& key)
 {
     const auto code = key.getKeyCode();
+    const auto rows = juce::jmax (1, grid.getNumRows());
     const auto& modifiers = key.getModifiers();
 
     if (code == juce::KeyPress::downKey || code == juce::KeyPress::upKey)
         moveBy (code == juce::KeyPress::downKey ? 1 : -1, modifiers);
     else if (code == juce::KeyPress::rightKey || code == juce::KeyPress::leftKey)
-        moveBy (code == juce::KeyPress::rightKey ? juce::jmax (1, rows) : -juce::jmax (1, rows), modifiers);
+        moveBy (code == juce::KeyPress::rightKey ? rows : -rows, modifiers);
     else if (key == juce::KeyPress ('a', juce::ModifierKeys::commandModifier, 0))
     {
         list.selectAll();
@@ -386,12 +232,12 @@ bool ContentResults::keyPressed (const juce::KeyPress& key)
 
 void ContentResults::focusGained (FocusChangeType)
 {
-    grid->update();
+    grid.update();
 }
 
 void ContentResults::focusLost (FocusChangeType)
 {
-    grid->update();
+    grid.update();
 }
 
 //==============================================================================
@@ -405,12 +251,12 @@ void ContentResults::openRenaming (const juce::String& text)
 {
     const auto index = list.getCurrentIndex();
 
-    if (index < 0 || rows <= 0)
+    if (index < 0 || grid.getNumRows() == 0)
         return;
 
     renamingItem = BrowserContent::keyOf (list.getCurrentItem());
-    scrollToCurrent();
-    nameEditor.setBounds (grid->placeOf (index));
+    grid.show (list.getCurrentIndex());
+    nameEditor.setBounds (grid.placeOf (index));
     nameEditor.setText (text, false);
     nameEditor.setVisible (true);
     nameEditor.toFront (false);
@@ -426,19 +272,41 @@ void ContentResults::hideRenaming()
     nameEditor.setVisible (false);
 }
 
+void ContentResults::cancelRenaming()
+{
+    hideRenaming();
+    warning.reset();
+    refusedItem = {};
+}
+
+void ContentResults::textEditorReturnKeyPressed (juce::TextEditor&)
+{
+    finishRenaming();
+
+    if (isShowing() && warning == nullptr)
+        grabKeyboardFocus();
+}
+
+void ContentResults::textEditorEscapeKeyPressed (juce::TextEditor&)
+{
+    hideRenaming();
+
+    if (isShowing())
+        grabKeyboardFocus();
+}
+
 void ContentResults::finishRenaming()
 {
     if (! nameEditor.isVisible())
         return;
 
-    const auto newName = nameEditor.getText().trim();
-    auto* item = content.find (renamingItem);
+    const auto text = nameEditor.getText();
+    const auto newName = text.trim();
+    const auto key = renamingItem;
+    auto* item = content.find (key);
     hideRenaming();
 
-    if (isShowing())
-        grabKeyboardFocus();
-
-    if (item == nullptr || newName == item->name || newName.isEmpty())
+    if (item == nullptr || text == item->name || newName == item->name || newName.isEmpty())
         return;
 
     auto& source = *item->source;
@@ -446,6 +314,7 @@ void ContentResults::finishRenaming()
 
     if (source.isReadOnly() || isTaken)
     {
+        refusedItem = key;
         refusedName = newName;
         warning = K7R::AlertWindow::open (this, "Rename warning", "Item with this name already exists.",
                                           K7R::AlertWindow::okOnly, this);
@@ -453,17 +322,23 @@ void ContentResults::finishRenaming()
     }
 
     if (! source.renameItem (*item, newName))
-        return;
+        return listener.renameFailed (*item);
 
     content.remove (*item);
     content.insert (*item);
     source.loadItem (item->name);
-    listener.itemRenamed (*item);
+    listener.itemRenamed (*item, key.name);
 }
 
 void ContentResults::alertClosed (K7R::AlertWindow*, int)
 {
-    warning.reset();
+    const auto answered = std::move (warning);
+    auto* item = content.find (std::exchange (refusedItem, {}));
+
+    if (item == nullptr || ! isShowing())
+        return;
+
+    selectItem (item, false);
     openRenaming (refusedName);
 }
 
@@ -471,43 +346,7 @@ void ContentResults::alertClosed (K7R::AlertWindow*, int)
 void ContentResults::resized()
 {
     header.setBounds (getLocalBounds().removeFromTop (HeaderComponent::height));
-    view->setBounds (getLocalBounds().withTrimmedTop (HeaderComponent::height));
-    layOut();
-}
-
-void ContentResults::layOut()
-{
-    const auto width = view->getWidth();
-    const auto height = view->getHeight() - view->getScrollBarThickness();
-    rows = juce::jmax (0, height / rowHeight);
-    columnWidth = width / juce::jmax (width / widestColumn, 1);
-
-    if (rows == 0)
-    {
-        grid->update();
-        return;
-    }
-
-    const auto numColumns = (list.size() + rows - 1) / rows;
-    grid->remainder = { width % juce::jmax (1, columnWidth), height - rows * rowHeight };
-    grid->setSize (juce::jmax (width, numColumns * columnWidth + grid->remainder.x), height);
-    grid->update();
-}
-
-void ContentResults::scrollToCurrent()
-{
-    const auto index = list.getCurrentIndex();
-
-    if (index < 0 || rows <= 0)
-        return;
-
-    const auto place = grid->placeOf (index);
-    const auto seen = view->getViewArea();
-
-    if (place.getX() < seen.getX())
-        view->setViewPosition (place.getX(), 0);
-    else if (place.getRight() > seen.getRight())
-        view->setViewPosition (place.getRight() - seen.getWidth(), 0);
+    grid.setBounds (getLocalBounds().withTrimmedTop (HeaderComponent::height));
 }
 
 void ContentResults::paint (juce::Graphics& g)

@@ -6,14 +6,15 @@
 
 #include "browser/HeaderComponent.h"
 #include "browser/ResultList.h"
+#include "browser/ResultsGrid.h"
 #include "widgets/AlertWindow.h"
 
 namespace quilvane
 {
 
-/** The items that the filters have left, as a grid that fills from the top down. Only the part of it that is seen has
-    components, so that thousands of items cost no more than a page. */
+/** The items that the filters have left: which of them are selected, by mouse and keyboard, and their names. */
 class ContentResults final : public juce::Component,
+                             private ResultsGrid::Owner,
                              private juce::AsyncUpdater,
                              private juce::TextEditor::Listener,
                              private K7R::AlertWindow::Caller
@@ -36,7 +37,10 @@ public:
         virtual void resultsExpandClicked() = 0;
 
         /** An item has another name now. */
-        virtual void itemRenamed (ContentItem&) = 0;
+        virtual void itemRenamed (ContentItem&, const juce::String& oldName) = 0;
+
+        /** Its file can't be renamed. */
+        virtual void renameFailed (const ContentItem&) = 0;
     };
 
     ContentResults (BrowserContent&, Listener&);
@@ -60,7 +64,7 @@ public:
     void setEditMode (bool isOn) { editMode = isOn; }
     bool isEditMode() const noexcept { return editMode; }
 
-    /** Selects an item alone, and scrolls to it; null clears the selection.
+    /** Selects an item alone, and scrolls to it; null, or one that isn't shown, clears the selection.
         @param notify whether it's as if the user had clicked it */
     void selectItem (ContentItem*, bool notify);
 
@@ -72,6 +76,7 @@ public:
 
     /** Opens the field for the current item's name. */
     void startRenaming();
+    void cancelRenaming();
 
     void setExpanded (bool);
 
@@ -82,21 +87,15 @@ public:
     void focusLost (FocusChangeType) override;
 
 private:
-    class Grid;
-    class View;
-    class ResultButton;
-
     void select (int index, ResultList::How, bool notify);
-    void clicked (int index, const juce::ModifierKeys&);
-    void doubleClicked (int index, const juce::ModifierKeys&);
     void moveBy (int distance, const juce::ModifierKeys&);
-    void layOut();
-    void scrollToCurrent();
     void listChanged();
 
+    void resultClicked (int index, const juce::ModifierKeys&) override;
+    void resultDoubleClicked (int index, const juce::ModifierKeys&) override;
     void handleAsyncUpdate() override;
-    void textEditorReturnKeyPressed (juce::TextEditor&) override { finishRenaming(); }
-    void textEditorEscapeKeyPressed (juce::TextEditor&) override { hideRenaming(); }
+    void textEditorReturnKeyPressed (juce::TextEditor&) override;
+    void textEditorEscapeKeyPressed (juce::TextEditor&) override;
     void textEditorFocusLost (juce::TextEditor&) override { finishRenaming(); }
     void alertClosed (K7R::AlertWindow*, int result) override;
     void openRenaming (const juce::String& text);
@@ -108,18 +107,14 @@ private:
     ResultList list;
     bool editMode = false;
 
-    // The grid: rows from the top down, then the next column.
-    int rows = 0, columnWidth = 0;
-    int widestColumn;
-
     juce::DrawableButton expandButton { "Expand / Collapse", juce::DrawableButton::ImageFitted };
     juce::DrawableButton viewButton { "Change view", juce::DrawableButton::ImageFitted };
     HeaderComponent header { "RESULTS", &expandButton, &viewButton };
-    std::unique_ptr<Grid> grid;
-    std::unique_ptr<View> view;
+    ResultsGrid grid;
 
     juce::TextEditor nameEditor;
     BrowserContent::Key renamingItem;
+    BrowserContent::Key refusedItem;
     juce::String refusedName;
     std::unique_ptr<K7R::AlertWindow> warning;
 };

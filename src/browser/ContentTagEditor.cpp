@@ -2,6 +2,7 @@
 
 #include "browser/ContentTagEditor.h"
 
+#include <algorithm>
 #include <set>
 
 #include "widgets/DefaultLookAndFeel.h"
@@ -30,6 +31,7 @@ ContentTagEditor::ContentTagEditor (BrowserContent& shared, Purpose itsPurpose, 
     };
     addAndMakeVisible (header);
     addAndMakeVisible (container);
+    takeTags();
     ContentTagEditor::handleAsyncUpdate();
 }
 
@@ -41,37 +43,40 @@ ContentTagEditor::~ContentTagEditor()
 void ContentTagEditor::setItems (std::vector<ContentItem*> newItems)
 {
     items = std::move (newItems);
-    triggerAsyncUpdate();
+    takeTags();
 }
 
 void ContentTagEditor::releaseItems()
 {
-    items.clear();
-    itemTags.clear();
-    triggerAsyncUpdate();
+    setItems ({});
 }
 
 void ContentTagEditor::setTags (const TagSet& tags)
 {
     initialTags = tags;
-    triggerAsyncUpdate();
+    takeTags();
 }
 
-int ContentTagEditor::getPreferredWidth() const
+void ContentTagEditor::takeTags()
 {
-    return columnWidth * juce::jmax (1, static_cast<int> (shownTags.getCategories().size()));
-}
-
-//==============================================================================
-void ContentTagEditor::handleAsyncUpdate()
-{
+    // At once: a click that comes before the columns are made anew is for these items.
     itemTags.clear();
 
     for (const auto* item : items)
         itemTags.push_back (item->tags);
 
     assignment.reset (items, purpose == Purpose::saveAs ? initialTags : TagSet());
+    triggerAsyncUpdate();
+}
 
+int ContentTagEditor::getPreferredWidth() const
+{
+    return columnWidth * static_cast<int> (shownTags.getCategories().size());
+}
+
+//==============================================================================
+void ContentTagEditor::handleAsyncUpdate()
+{
     auto wanted = content.getVocabulary();
     wanted.merge (newTags);
 
@@ -207,7 +212,7 @@ void ContentTagEditor::addTag (const juce::String& category, const juce::String&
     if (purpose == Purpose::saveAs)
         initialTags = assignment.getCommonTags();
 
-    triggerAsyncUpdate();
+    takeTags();
 }
 
 //==============================================================================

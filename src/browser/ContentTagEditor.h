@@ -54,6 +54,7 @@ public:
     static constexpr int columnWidth = 144;
 
 private:
+    void takeTags();
     void apply();
     void showStates();
     void handleAsyncUpdate() override;

@@ -128,13 +128,12 @@ void PackageImportExport::addEntry()
     if (auto* item = source->addItemFromStream (*entryStream, itemName))
     {
         ++numImported;
-        listener.itemImported (*item);
+        listener.itemImported (*item, true);
     }
 }
 
 void PackageImportExport::replaceExisting()
 {
-    // The old file goes when the new one stands.
     auto* old = source->findItem (itemName);
 
     if (old == nullptr)
@@ -143,12 +142,10 @@ void PackageImportExport::replaceExisting()
     if (old == nullptr)
         return;
 
-    listener.itemGoes (*old);
-
     if (auto* item = source->replaceItemFromStream (*old, *entryStream))
     {
         ++numImported;
-        listener.itemImported (*item);
+        listener.itemImported (*item, false);
     }
 }
 

@@ -26,16 +26,13 @@ public:
     public:
         virtual ~Listener() = default;
 
-        /** An item is new, or in the place of the one of its name. */
-        virtual void itemImported (ContentItem&) = 0;
-
-        /** Before an item is deleted, because another one takes its place. */
-        virtual void itemGoes (ContentItem&) = 0;
+        /** An item is new, or has another content and other tags. */
+        virtual void itemImported (ContentItem&, bool isNew) = 0;
 
         /** The import has got so far. */
         virtual void importProgressed (int numDone, int numEntries) = 0;
 
-        /** The import is over. */
+        /** The import is over. The source's tags are to be collected anew. */
         virtual void importFinished (int numImported) = 0;
     };
 

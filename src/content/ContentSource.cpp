@@ -3,6 +3,7 @@
 #include "content/ContentSource.h"
 
 #include <algorithm>
+#include <set>
 
 #include "parameters/SafeFile.h"
 
@@ -87,9 +88,19 @@ ContentItem& ContentSource::addItem (Listing listing)
 
 ContentItem* ContentSource::findItem (const juce::String& itemName) const
 {
-    const auto found = std::find_if (items.begin(), items.end(),
-                                     [&] (const auto& item) { return item->name.equalsIgnoreCase (itemName); });
-    return found != items.end() ? found->get() : nullptr;
+    // Where names of different case are different files, the one that was meant.
+    ContentItem* similar = nullptr;
+
+    for (const auto& item : items)
+    {
+        if (item->name == itemName)
+            return item.get();
+
+        if (similar == nullptr && item->name.equalsIgnoreCase (itemName))
+            similar = item.get();
+    }
+
+    return similar;
 }
 
 juce::String ContentSource::uniqueItemName (const juce::String& wanted) const
@@ -130,7 +141,10 @@ ContentItem* ContentSource::replaceItemFromStream (ContentItem& old, juce::Input
         return nullptr;
 
     old.tags = readItemTags (old.name);
-    rebuildTags();
+
+    if (tagMap != nullptr)
+        tagMap->merge (old.tags);
+
     numberTags (old);
     return &old;
 }
@@ -185,17 +199,20 @@ bool ContentSource::assignTags (ContentItem& item, const TagSet& newTags)
 void ContentSource::clear()
 {
     items.clear();
-    tags = {};
 }
 
-bool ContentSource::removeItem (ContentItem& item)
+int ContentSource::removeItems (const std::vector<ContentItem*>& unwanted)
 {
-    if (item.source != this || isReadOnly() || ! deleteItemFile (item.name))
-        return false;
+    std::set<const ContentItem*> gone;
 
-    items.erase (std::find_if (items.begin(), items.end(), [&] (const auto& i) { return i.get() == &item; }));
+    for (const auto* item : unwanted)
+        if (item->source == this && ! isReadOnly() && deleteItemFile (item->name))
+            gone.insert (item);
+
+    items.erase (std::remove_if (items.begin(), items.end(), [&] (const auto& i) { return gone.count (i.get()) != 0; }),
+                 items.end());
     rebuildTags();
-    return true;
+    return static_cast<int> (unwanted.size() - gone.size());
 }
 
 void ContentSource::sendContentChanged()

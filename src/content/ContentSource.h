@@ -84,7 +84,7 @@ public:
     /** All tags of the items. */
     const TagSet& getTags() const noexcept { return tags; }
 
-    /** Compared without regard to case. */
+    /** Compared without regard to case; where there are several, the one of just this name. */
     ContentItem* findItem (const juce::String& itemName) const;
     bool containsItem (const juce::String& itemName) const { return findItem (itemName) != nullptr; }
 
@@ -95,8 +95,8 @@ public:
         be written. */
     ContentItem* addItemFromStream (juce::InputStream&, const juce::String& itemName);
 
-    /** Writes the text of a file over an item's, and reads the item anew, under the name that it had. Null, with
-        nothing changed, if it can't be written. */
+    /** Writes the text of a file over an item's, and reads its tags anew; it keeps its name. The source's own tags are
+        collected by rebuildTags(), once after all items. Null, with nothing changed, if it can't be written. */
     ContentItem* replaceItemFromStream (ContentItem&, juce::InputStream&);
 
     /** Saves what the plug-in plays now under a name, in place of the item of that name, whatever its case. The new
@@ -110,11 +110,15 @@ public:
         tags are collected by rebuildTags(), once after all items. */
     bool assignTags (ContentItem&, const TagSet&);
 
-    /** Deletes all items from memory. */
+    /** Deletes all items from memory. Their tags are remembered. */
     void clear();
 
-    /** Deletes an item and its file; false if the file can't be deleted. */
-    bool removeItem (ContentItem&);
+    /** Deletes items with their files; one whose file can't be deleted stays.
+        @returns how many stay */
+    int removeItems (const std::vector<ContentItem*>&);
+
+    /** The same for one; false if it stays. */
+    bool removeItem (ContentItem& item) { return removeItems ({ &item }) == 0; }
 
     /** The map that numbers the tags; null for none. Items that stand are numbered at once. */
     void setTagMap (TagMap*);

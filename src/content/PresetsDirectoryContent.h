@@ -21,8 +21,8 @@ public:
     bool isReadOnly() const override { return false; }
     bool canSave() const override { return true; }
 
-    /** The path of a name in the folder: the file of just this name if there is one. For others, what no file name can hold is replaced, and what follows the last
-        point of a name isn't kept; a name of which nothing remains gives no file. */
+    /** The path of a name in the folder: the file of just this name if there is one. For others, what no file name can
+        hold is replaced, and what follows the last point of a name isn't kept; a name of which nothing remains gives no file. */
     juce::File getItemFile (const juce::String& itemName) const override;
     TagSet readItemTags (const juce::String& itemName) const override;
     std::unique_ptr<Preset> readPreset (const juce::String& itemName) const override;

@@ -102,11 +102,7 @@ std::unique_ptr<juce::XmlElement> BasePlugin::createState() const
     }
 
     Preset values;
-    {
-        const juce::ScopedLock scope (presetLock);
-        fillPreset (values);
-    }
-
+    fillPreset (values);
     addPreset (parametersTag, values);
 
     state->addChildElement (midiControlMap.createXml().release());
@@ -151,6 +147,7 @@ void BasePlugin::restoreQualities (const juce::XmlElement* xml)
 //==============================================================================
 void BasePlugin::fillPreset (Preset& preset) const
 {
+    const juce::ScopedLock scope (presetLock);
     preset.clearParameters();
 
     for (int id = 0; id < getNumPresetParameters(); ++id)

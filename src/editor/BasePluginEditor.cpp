@@ -215,6 +215,8 @@ juce::Rectangle<int> BasePluginEditor::getModalArea() const
 
 void BasePluginEditor::closeWindows()
 {
+    browserReturnsAfterSave = false;
+
     if (auto* shown = floatingLayer.getShown())
         floatingLayer.hide (*shown, nullptr);
 

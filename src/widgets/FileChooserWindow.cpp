@@ -125,8 +125,12 @@ juce::File FileChooserWindow::getChosen() const
         file = browser.getRoot();
 
     // A name of one's own gets the extension; a folder that stands there isn't a name.
-    if (mode == Mode::save && file != juce::File() && ! file.isDirectory() && ! file.hasFileExtension (extension))
-        file = file.getSiblingFile (file.getFileName() + extension);
+    if (mode == Mode::save && file != juce::File() && ! file.isDirectory() && extension.isNotEmpty())
+    {
+        const auto name = file.getFileName();
+        file = file.getSiblingFile (
+            (name.endsWithIgnoreCase (extension) ? name.dropLastCharacters (extension.length()) : name) + extension);
+    }
 
     return file;
 }
