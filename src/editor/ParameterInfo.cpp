@@ -104,11 +104,13 @@ void ParameterInfo::MidiCCComponent::confirm()
 
 void ParameterInfo::MidiCCComponent::cancel()
 {
-    const auto hasWork = isLearning || map.getController (parameter) != controllerBefore;
+    // A map that came in meanwhile owes nothing to the one before.
+    const auto hasMoved = map.isCurrent (before) && map.getController (parameter) != controllerBefore;
+    const auto hasWork = isLearning || hasMoved;
 
     if (isLearning)
         map.cancelLearn();
-    else
+    else if (hasMoved)
         map.assign (parameter, controllerBefore);
 
     endLearning();
@@ -126,11 +128,16 @@ void ParameterInfo::MidiCCComponent::updateLabels()
 {
     const auto controller = map.getController (parameter);
     const auto isAssigned = controller != MidiControlMap::noController;
+    const auto takesFocus = ! isAssigned && clearButton.hasKeyboardFocus (false);
     const auto* known = isAssigned ? juce::MidiMessage::getControllerName (controller) : nullptr;
 
     number.setText (isAssigned ? "# " + juce::String (controller) : "# --", juce::dontSendNotification);
     name.setText (isAssigned ? juce::String (known != nullptr ? known : "") : "unassigned", juce::dontSendNotification);
     clearButton.setEnabled (isAssigned);
+
+    // A button that is disabled drops the keyboard's focus, and with it Escape and Return.
+    if (takesFocus)
+        okButton.grabKeyboardFocus();
 }
 
 void ParameterInfo::MidiCCComponent::resized()

@@ -145,7 +145,7 @@ MidiControlMap::Snapshot MidiControlMap::takeSnapshot() const noexcept
 
 void MidiControlMap::restore (const Snapshot& snapshot) noexcept
 {
-    if (snapshot.numDocuments != numDocuments)
+    if (! isCurrent (snapshot))
         return;
 
     stopLearn();

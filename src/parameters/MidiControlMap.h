@@ -89,8 +89,11 @@ public:
 
     Snapshot takeSnapshot() const noexcept;
 
-    /** Goes back to a snapshot, and ends learning. Does nothing if a whole map has been loaded since, as a host does
-        with its project: that one stands. */
+    /** Whether no whole map has been loaded since, as a host does with its project. */
+    bool isCurrent (const Snapshot& snapshot) const noexcept { return snapshot.numDocuments == numDocuments; }
+
+    /** Goes back to a snapshot, and ends learning. Does nothing if a whole map has been loaded since: that one
+        stands. */
     void restore (const Snapshot&) noexcept;
 
     // Before audio runs.

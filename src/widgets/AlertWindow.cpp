@@ -197,13 +197,16 @@ bool AlertWindow::keyPressed (const juce::KeyPress& key)
         return true;
     }
 
-    // Tab ends at the last one, and doesn't begin again.
-    const auto order = getFocusOrder();
+    // Tab ends after the last component, and doesn't begin again.
+    auto* focused = juce::Component::getCurrentlyFocusedComponent();
 
-    if (key.getKeyCode() != juce::KeyPress::tabKey || order.empty())
+    if (key.getKeyCode() != juce::KeyPress::tabKey || ! isParentOf (focused))
         return false;
 
-    return (key.getModifiers().isShiftDown() ? order.front() : order.back())->hasKeyboardFocus (false);
+    const auto traverser = createKeyboardFocusTraverser();
+    return (key.getModifiers().isShiftDown() ? traverser->getPreviousComponent (focused)
+                                             : traverser->getNextComponent (focused))
+           == nullptr;
 }
 
 std::vector<juce::Component*> AlertWindow::getFocusOrder()

@@ -82,6 +82,24 @@ void FileChooserWindow::show (juce::Component& parent)
                     juce::jmin (contentHeight, top->getHeight() - 3 * roomBeside));
     parent.addChildComponent (this);
     open();
+
+    // The keyboard begins at the name; the field keeps Escape to itself.
+    if (auto* field = findNameField())
+    {
+        field->onEscapeKey = [this] { dismiss(); };
+
+        if (isShowing())
+            field->grabKeyboardFocus();
+    }
+}
+
+juce::TextEditor* FileChooserWindow::findNameField() const
+{
+    for (auto* child : browser.getChildren())
+        if (auto* field = dynamic_cast<juce::TextEditor*> (child))
+            return field;
+
+    return nullptr;
 }
 
 void FileChooserWindow::resized()

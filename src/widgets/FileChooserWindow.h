@@ -55,6 +55,7 @@ private:
     void buttonClicked (juce::Button*) override;
     void alertClosed (K7R::AlertWindow*, int result) override;
 
+    juce::TextEditor* findNameField() const;
     juce::File getChosen() const;
     void updateButton();
     void accept();

@@ -44,7 +44,7 @@ protected:
         return result;
     }
 
-    void load (const juce::String& xml) { map.loadFromXml (juce::parseXML (xml).get()); }
+    bool load (const juce::String& xml) { return map.loadFromXml (juce::parseXML (xml).get()); }
 
     ParameterManager manager;
     MidiControlMap map { manager };
@@ -157,7 +157,7 @@ TEST_F (ControlMap, ReadsItsOwnDocumentsAndNoOthers)
     for (const auto* other : { "<MidiControlMap name='Other'><assign CC='10' param='P0'/></MidiControlMap>",
                                "<HostParametersMap name='Product'/>", "<MidiControlMap/>", "" })
     {
-        load (other);
+        EXPECT_FALSE (load (other));
         EXPECT_EQ (places(), (Places { 1, -1, -1, -1 })) << other;
     }
 
@@ -168,8 +168,46 @@ TEST_F (ControlMap, ReadsItsOwnDocumentsAndNoOthers)
     EXPECT_EQ (copy.getController (p (1)), 10);
     EXPECT_EQ (copy.getController (p (2)), 0);
 
-    map.loadFromFile (juce::File());
-    EXPECT_EQ (places(), (Places { 1, -1, -1, -1 }));
-    load ("<MidiControlMap name='Product'/>");
+    const juce::TemporaryFile file;
+
+    for (const auto* text : { "", "<MidiControlMap name='Product'><assign", "<MidiControlMap name='Other'/>" })
+    {
+        file.getFile().replaceWithText (text);
+        EXPECT_FALSE (map.loadFromFile (file.getFile())) << text;
+        EXPECT_EQ (places(), (Places { 1, -1, -1, -1 })) << text;
+    }
+
+    EXPECT_FALSE (map.loadFromFile (juce::File()));
+    file.getFile().replaceWithText ("<MidiControlMap name='Product'><assign CC='11' param='P0'/></MidiControlMap>");
+    EXPECT_TRUE (map.loadFromFile (file.getFile()));
+    EXPECT_EQ (places(), (Places { -1, 0, -1, -1 }));
+    EXPECT_TRUE (load ("<MidiControlMap name='Product'/>"));
     EXPECT_EQ (places(), (Places { -1, -1, -1, -1 }));
+}
+
+TEST_F (ControlMap, GoesBackToASnapshotUnlessAWholeMapCameIn)
+{
+    map.assign (p (1), 10);
+    map.assign (p (2), 11);
+    const auto snapshot = map.takeSnapshot();
+
+    map.startLearn (p (0));
+    control (10, 1);
+    map.assign (p (2), MidiControlMap::noController);
+    map.restore (snapshot);
+    EXPECT_EQ (places(), (Places { 1, 2, -1, -1 }));
+    EXPECT_EQ (map.getLearnParameter(), nullptr);
+    control (12, 1);
+    EXPECT_EQ (places(), (Places { 1, 2, -1, -1 }));
+
+    // What isn't a map changes nothing, and so doesn't count.
+    load ("<MidiControlMap name='Other'/>");
+    map.assign (p (0), 13);
+    map.restore (snapshot);
+    EXPECT_EQ (places(), (Places { 1, 2, -1, -1 }));
+
+    load ("<MidiControlMap name='Product'><assign CC='13' param='P1'/></MidiControlMap>");
+    map.startLearn (p (0));
+    map.restore (snapshot);
+    EXPECT_EQ (places(), (Places { -1, -1, -1, 1 }));
 }

@@ -98,6 +98,12 @@ juce::String control (Archive& archive, const juce::String& tag, const testskin:
     return element (tag, attributes, gfx + position (strip.place) + links + children);
 }
 
+juce::String button (Archive& archive, const testskin::Strip& strip, const juce::String& event)
+{
+    const auto action = "<action type=\"onClick\" event=\"" + event + "\"/>";
+    return control (archive, "Button", strip, {}, {}, element ("actions", {}, action));
+}
+
 juce::String display (const juce::String& text, const testskin::Place& place, const juce::String& attributes)
 {
     const auto size =
@@ -115,7 +121,6 @@ juce::String makeControls (Archive& archive)
 
     archive.add ("font.png", makeFont());
 
-    const auto action = element ("actions", {}, "<action type=\"onClick\" event=\"Restore Default Preset\"/>");
     const auto segments = "style=\"Horizontal\" thumb=\"" + juce::String (segmentWidth) + "\"";
 
     return control (archive, "Knob", feedbackKnob, {}, "Feedback")
@@ -124,7 +129,9 @@ juce::String makeControls (Archive& archive)
            + control (archive, "Knob", noteRateKnob, "name=\"LFO1NoteRate\"", "LFO 1 Note Rate")
            + control (archive, "Knob", noteScaleKnob, "name=\"LFO1NoteScale\"", "LFO 1 Note Scale")
            + control (archive, "ToggleButton", syncButton, "style=\"2D\"", "LFO 1 Sync")
-           + control (archive, "Button", restoreButton, {}, {}, action)
+           + button (archive, restoreButton, "Restore Default Preset") + button (archive, optionsButton, "Options")
+           + button (archive, aboutButton, "About") + button (archive, nextPresetButton, "Select Next Preset")
+           + button (archive, midiLearnButton, "Toggle Midi Learn")
            + control (archive, "Animation", meter, "name=\"LeftVUMeter\"")
            + control (archive, "Animation", activity, "name=\"MIDIActivity\"")
            + control (archive, "Switch", stagesSwitch, segments, "Stages Number") + display (editableText, editable, {})

@@ -28,7 +28,7 @@ struct Strip
     constexpr uint32_t colourOf (int frame) const { return firstColour + (static_cast<uint32_t> (frame) << 16); }
 };
 
-inline constexpr int width = 640, height = 200;
+inline constexpr int width = 640, height = 480; // with room for the editor's own windows
 inline constexpr uint32_t background = 0x102030;
 
 /** The second skin is a plain panel. */
@@ -51,6 +51,12 @@ inline constexpr Strip activity { "activity.png", { 300, 80, 12, 12 }, 2, 0x1080
 inline constexpr int numStages = 4;
 inline constexpr int segmentWidth = 40;
 inline constexpr Strip stagesSwitch { "stages.png", { 20, 150, numStages* segmentWidth, 20 }, numStages, 0x109060 };
+
+// Each sends one event.
+inline constexpr Strip optionsButton { "options.png", { 380, 20, 60, 20 }, 2, 0x10a040 };
+inline constexpr Strip aboutButton { "about.png", { 450, 20, 60, 20 }, 2, 0x10b030 };
+inline constexpr Strip nextPresetButton { "next.png", { 520, 20, 60, 20 }, 2, 0x10c020 };
+inline constexpr Strip midiLearnButton { "learn.png", { 380, 50, 60, 20 }, 2, 0x10d010 };
 
 // The displays. In the font, a character's number is the red of its colour.
 inline constexpr int glyphWidth = 8, glyphHeight = 16;
