@@ -497,11 +497,14 @@ TEST_F (EditorPopups, PopupsOfTheStatusBarGoWithAClickBesideThem)
 //==============================================================================
 TEST_F (EditorPopups, WarnsOfChangesUntilTheUserHasEnoughOfIt)
 {
-    const auto step = [] (HostWindow& window)
+    const auto warns = [] (HostWindow& window, bool expected)
     {
         window.click (testskin::nextPresetButton.place);
-        window.settle();
-        return isCovered (window);
+
+        if (! expected)
+            window.settle();
+
+        return window.waitFor ([&] { return isCovered (window); }, expected ? 20s : 0s);
     };
 
     const auto answer = [] (HostWindow& window, std::initializer_list<const char*> keys)
@@ -512,35 +515,35 @@ TEST_F (EditorPopups, WarnsOfChangesUntilTheUserHasEnoughOfIt)
             window.settle();
         }
 
-        EXPECT_FALSE (isCovered (window));
+        EXPECT_TRUE (waitForCover (window, false));
     };
 
     {
         HostWindow window (*screen, *library);
         ASSERT_TRUE (window.openAndSee());
-        EXPECT_FALSE (step (window)) << "nothing is changed";
+        EXPECT_FALSE (warns (window, false)) << "nothing is changed";
         window.getInstance().set (feedback, 0.5f);
 
         // Escape is "Cancel", and the key begins at "Yes", which doesn't lose the changes.
         for (const auto* key : { "Escape", "Return" })
         {
-            ASSERT_TRUE (step (window)) << key;
+            ASSERT_TRUE (warns (window, true)) << key;
             answer (window, { key });
         }
 
-        ASSERT_TRUE (step (window));
+        ASSERT_TRUE (warns (window, true));
         answer (window, { "Tab", "Return" }); // "No"
-        EXPECT_FALSE (step (window)) << "what was left isn't a change any more";
+        EXPECT_FALSE (warns (window, false)) << "what was left isn't a change any more";
 
         // The check box lies before the buttons.
         window.getInstance().set (feedback, 0.6f);
-        ASSERT_TRUE (step (window));
+        ASSERT_TRUE (warns (window, true));
         screen->pressKey ("Shift_L");
         window.type ("Tab");
         screen->releaseKey ("Shift_L");
         answer (window, { "space", "Tab", "Tab", "Return" });
         window.getInstance().set (feedback, 0.7f);
-        EXPECT_FALSE (step (window)) << "the user doesn't want to know";
+        EXPECT_FALSE (warns (window, false)) << "the user doesn't want to know";
         expectWholeDrag (window);
     }
 
@@ -549,7 +552,7 @@ TEST_F (EditorPopups, WarnsOfChangesUntilTheUserHasEnoughOfIt)
     HostWindow window (*screen, *library);
     ASSERT_TRUE (window.openAndSee());
     window.getInstance().set (feedback, 0.5f);
-    EXPECT_FALSE (step (window));
+    EXPECT_FALSE (warns (window, false));
 }
 
 //==============================================================================
