@@ -78,7 +78,12 @@ protected:
         setenv ("HOME", desktop.parent_path().c_str(), 1);
         install ("Wide");
         load();
-        writeAll();
+        write ("Ash", 10, "Modulation:Fast");
+        write ("Birch", 20, "Modulation:Slow");
+        write ("Cedar", 30);
+        write ("Elm", 40, "Modulation:Slow;Spatialize:Wide");
+        write ("Fir", 50, "Modulation:Fast");
+
         window.emplace (*screen, *library);
         ASSERT_TRUE (window->openAndSee());
     }
@@ -93,15 +98,6 @@ protected:
     {
         std::ofstream (file (name)) << "<Preset tags=\"" << tags << "\"><Parameters><param name=\"Feedback\" value=\""
                                     << percent << "\"/></Parameters></Preset>";
-    }
-
-    void writeAll() const
-    {
-        write ("Ash", 10, "Modulation:Fast");
-        write ("Birch", 20, "Modulation:Slow");
-        write ("Cedar", 30);
-        write ("Elm", 40, "Modulation:Slow;Spatialize:Wide");
-        write ("Fir", 50, "Modulation:Fast");
     }
 
     static std::string find (const files::path& file, const std::string& expression)
@@ -176,7 +172,7 @@ protected:
         const auto last = std::find_if (heard.rbegin(), heard.rend(),
                                         [] (const auto& call)
                                         { return call.operation == rawhost::hostAutomate && call.index == feedback; });
-        return held && (last == heard.rend() || last->value == instance().value (feedback));
+        return held && last != heard.rend() && last->value == instance().value (feedback);
     }
 
     /** Whether the panel is covered, by the browser or a question. */
@@ -185,16 +181,9 @@ protected:
         return window->waitFor ([&] { return (window->getPixel (1, 1) != testskin::background) == covered; }, 5s);
     }
 
-    void click (const Place& place, const char* modifier = nullptr)
+    void click (const Place& place)
     {
-        if (modifier != nullptr)
-            screen->pressKey (modifier);
-
         window->click (place);
-
-        if (modifier != nullptr)
-            screen->releaseKey (modifier);
-
         window->settle();
     }
 
@@ -219,16 +208,25 @@ protected:
         type ({ "Return" });
     }
 
-    void typeWithControl (const char* key)
+    template <typename Action>
+    void holding (const char* modifier, Action&& action)
     {
-        screen->pressKey ("Control_L");
-        type ({ key });
-        screen->releaseKey ("Control_L");
+        screen->pressKey (modifier);
+        action();
+        screen->releaseKey (modifier);
+        window->settle();
     }
 
-    void browse()
+    void selectAll()
     {
-        window->click (testskin::browseButton.place);
+        click (layout::row (0));
+        holding ("Control_L", [&] { type ({ "a" }); });
+    }
+
+    /** Opens the browser, or its save-as by the other button. */
+    void browse (const Place& button = testskin::browseButton.place)
+    {
+        window->click (button);
         ASSERT_TRUE (waitForCover());
         window->settle();
     }
@@ -240,12 +238,7 @@ protected:
         click (layout::userSource);
     }
 
-    void openSaveAs()
-    {
-        window->click (testskin::saveButton.place);
-        ASSERT_TRUE (waitForCover());
-        window->settle();
-    }
+    void openSaveAs() { browse (testskin::saveButton.place); }
 
     /** Which of the first rows are shown as selected. */
     std::string getSelectedRows()
@@ -290,13 +283,11 @@ TEST_F (EditorBrowser, AuditionsFivePresetsAndGoesBackOrStays)
     };
 
     // Both sources' presets by their names.
-    const std::string feedbacks[] {
-        feedbackOf (files::path (QUILVANE_PRESETS_FOLDER) / "Acid Vane.qvprs2"),
-        feedbackOf (files::path (QUILVANE_PRESETS_FOLDER) / "Amber.qvprs2"),
-        feedbackOf (file ("Ash")),
-        feedbackOf (files::path (QUILVANE_PRESETS_FOLDER) / "Bell Reed.qvprs2"),
-        feedbackOf (files::path (QUILVANE_PRESETS_FOLDER) / "Bellows.qvprs2"),
-    };
+    std::vector<std::string> feedbacks;
+
+    for (const std::string name : { "Acid Vane", "Amber", "Ash", "Bell Reed", "Bellows" })
+        feedbacks.push_back (
+            feedbackOf (name == "Ash" ? file (name) : files::path (QUILVANE_PRESETS_FOLDER) / (name + ".qvprs2")));
 
     for (const auto& way : ways)
     {
@@ -308,14 +299,18 @@ TEST_F (EditorBrowser, AuditionsFivePresetsAndGoesBackOrStays)
         click (layout::row (1));
         EXPECT_TRUE (waitForFeedback (feedbacks[1])) << way.name;
 
-        for (const auto& [key, index] : { std::pair { "Up", 0u }, { "Up", 0u }, { "Down", 1u }, { "Down", 2u } })
+        for (const auto& [keys, index] : { std::pair { Keys { "Up" }, 0u },
+                                           { { "Up" }, 0u },
+                                           { { "Left" }, 0u },
+                                           { { "Down" }, 1u },
+                                           { { "Down" }, 2u },
+                                           { { "Right", "Left" }, 2u },
+                                           { { "Down", "Down" }, 4u } })
         {
-            type ({ key });
+            type (keys);
             EXPECT_TRUE (waitForFeedback (feedbacks[index])) << way.name << index;
         }
 
-        click (layout::row (4));
-        EXPECT_TRUE (waitForFeedback (feedbacks[4])) << way.name;
         click (layout::row (3));
         EXPECT_TRUE (waitForFeedback (feedbacks[3])) << way.name;
         const auto last = getSound();
@@ -396,7 +391,7 @@ TEST_F (EditorBrowser, TagsThreeAtOnceAndWalksThroughWhatTheFilterFinds)
     browseUser();
     click (layout::editButton);
     click (layout::row (0));
-    click (layout::row (2), "Shift_L");
+    holding ("Shift_L", [&] { click (layout::row (2)); });
     EXPECT_EQ (getSelectedRows(), "012");
     click (layout::tag (0, 1));
     EXPECT_EQ (tagsOf ("Ash"), "Modulation:Fast|Slow");
@@ -453,7 +448,7 @@ TEST_F (EditorBrowser, TagsThreeAtOnceAndWalksThroughWhatTheFilterFinds)
     EXPECT_NEAR (instance().value (feedback), 0.99f, near) << "no step follows";
 
     browse();
-    EXPECT_EQ (getSelectedRows(), "5") << "a new source's list isn't filtered";
+    EXPECT_EQ (getSelectedRows(), "5") << "the filters begin anew";
     click (layout::row (1));
     click (layout::okButton);
     change();
@@ -479,7 +474,7 @@ TEST_F (EditorBrowser, RenamesAndDeletesInEditModeOnly)
     browse();
     click (layout::editButton);
     click (layout::row (1));
-    typeWithControl ("Return");
+    holding ("Control_L", [&] { type ({ "Return" }); });
     enter ("ash");
     EXPECT_EQ (getFiles(), initialFiles);
     type (answers::ok);
@@ -495,7 +490,7 @@ TEST_F (EditorBrowser, RenamesAndDeletesInEditModeOnly)
     EXPECT_EQ (getFiles(), "Ash=10 Cedar=30 Elm=40 Fir=50 tree=20");
 
     click (layout::row (1));
-    click (layout::row (3), "Control_L");
+    holding ("Control_L", [&] { click (layout::row (3)); });
     EXPECT_EQ (getSelectedRows(), "13");
 
     type ({ "Delete" });
@@ -518,15 +513,13 @@ TEST_F (EditorBrowser, ExportsDeletesAndImportsWithEveryAnswer)
 {
     browseUser();
     click (layout::editButton);
-    click (layout::row (0));
-    typeWithControl ("a");
+    selectAll();
     click (layout::exportButton);
     enter ("a");
     ASSERT_TRUE (window->waitFor ([&] { return files::exists (desktop / "a.qvzip"); }, 5s));
     EXPECT_EQ (getSelectedRows(), "01234");
 
-    click (layout::row (0));
-    typeWithControl ("a");
+    selectAll();
     type ({ "Delete" });
     type (answers::yes);
     ASSERT_TRUE (waitForFiles (""));
@@ -610,7 +603,7 @@ TEST_F (EditorBrowser, TheHostClosesTheWindowWhateverIsOpen)
           [&]
           {
               click (layout::row (1));
-              typeWithControl ("Return");
+              holding ("Control_L", [&] { type ({ "Return" }); });
               enter ("ash");
           } },
         { "the export",
@@ -687,16 +680,15 @@ TEST_F (EditorBrowser, PresetsThatVanishOrAreDamagedDoNoHarm)
     // Nor can it be tagged, renamed or deleted; the rest of a selection can.
     click (layout::editButton);
     click (layout::row (0));
-    click (layout::row (3), "Shift_L");
+    holding ("Shift_L", [&] { click (layout::row (3)); });
     click (layout::tag (1, 0));
     EXPECT_EQ (tagsOf ("Ash"), "Modulation:Fast;Spatialize:Wide");
     EXPECT_EQ (getFiles(), "Ash=10 Cedar= Elm= Fir=50");
     click (layout::row (1));
-    typeWithControl ("Return");
+    holding ("Control_L", [&] { type ({ "Return" }); });
     enter ("yew");
     EXPECT_EQ (getFiles(), "Ash=10 Cedar= Elm= Fir=50");
-    click (layout::row (0));
-    typeWithControl ("a");
+    selectAll();
     type ({ "Delete" });
     type (answers::yes);
     EXPECT_EQ (getFiles(), "Cedar=");
