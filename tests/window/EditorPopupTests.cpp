@@ -524,11 +524,11 @@ TEST_F (EditorPopups, WarnsOfChangesUntilTheUserHasEnoughOfIt)
         EXPECT_FALSE (warns (window, false)) << "nothing is changed";
         window.getInstance().set (feedback, 0.5f);
 
-        // Escape is "Cancel", and the key begins at "Yes", which doesn't lose the changes.
-        for (const auto* key : { "Escape", "Return" })
+        // Escape is "Cancel", and the key begins at "Yes", which opens what saves the changes.
+        for (const auto& keys : { std::initializer_list<const char*> { "Escape" }, { "Return", "Escape" } })
         {
-            ASSERT_TRUE (warns (window, true)) << key;
-            answer (window, { key });
+            ASSERT_TRUE (warns (window, true)) << keys.size();
+            answer (window, keys);
         }
 
         ASSERT_TRUE (warns (window, true));
