@@ -12,6 +12,7 @@
 #include <map>
 #include <string>
 
+#include "BrowserBench.h"
 #include "EditorBench.h"
 #include "core/FrameworkIds.h"
 #include "dsp/QuilvaneCore.h"
@@ -371,6 +372,7 @@ int main (int argc, char** argv)
     reporter.printSummary();
     printSizes();
     printEditorFigures();
+    printBrowserFigures();
     home.deleteRecursively();
     return 0;
 }

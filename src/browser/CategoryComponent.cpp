@@ -25,10 +25,7 @@ public:
 
 void setUpArrow (juce::DrawableButton& button, Icons::Name name, const juce::String& title)
 {
-    Icons::setUp (button, name, title);
-    const auto dark = Icons::create (name, button.findColour (DefaultLookAndFeel::itemTextId));
-    const auto hot = Icons::create (name, juce::Colour (Icons::overColour));
-    button.setImages (dark.get(), hot.get());
+    Icons::setUp (button, name, title, button.findColour (DefaultLookAndFeel::itemTextId));
     button.setWantsKeyboardFocus (true);
 }
 
@@ -134,14 +131,14 @@ public:
         const auto isMixed = item.stateCount == 3 && item.state == 1;
         const auto isTicked = item.state > 0;
 
-        auto ground = look.findColour (isMixed ? static_cast<int> (DefaultLookAndFeel::itemMixedId)
-                                       : isTicked  ? static_cast<int> (DefaultLookAndFeel::accentId)
-                                               : static_cast<int> (DefaultLookAndFeel::itemBackgroundId));
+        auto ground = look.findColour (isMixed    ? static_cast<int> (DefaultLookAndFeel::itemMixedId)
+                                       : isTicked ? static_cast<int> (DefaultLookAndFeel::accentId)
+                                                  : static_cast<int> (DefaultLookAndFeel::itemBackgroundId));
 
         if (isEnabled() && (isOver || isPressed))
-            ground = isPressed ? ground.darker (0.15f)
-                     : isTicked    ? ground.brighter (0.12f)
-                               : ground.interpolatedWith (look.findColour (DefaultLookAndFeel::accentBrightId), 0.35f);
+            ground = isPressed  ? ground.darker (0.15f)
+                     : isTicked ? ground.brighter (0.12f)
+                                : ground.interpolatedWith (look.findColour (DefaultLookAndFeel::accentBrightId), 0.35f);
 
         auto area = getLocalBounds();
         g.setColour (ground);
@@ -150,7 +147,7 @@ public:
         if (owner.mode == Mode::editor && item.state != item.initialState)
         {
             g.setColour (look.findColour (isTicked && ! isMixed ? static_cast<int> (DefaultLookAndFeel::accentDeepId)
-                                                            : static_cast<int> (DefaultLookAndFeel::accentHotId)));
+                                                                : static_cast<int> (DefaultLookAndFeel::accentHotId)));
             g.fillRect (area.withWidth (markerWidth));
         }
 

@@ -33,7 +33,7 @@ ContentBrowser::ContentBrowser (BasePlugin& owner, const juce::String& windowTit
     importDirectory (desktop()),
     exportDirectory (desktop()),
     sources (
-        content, [this] { rebuild(); },
+        content, [this] { rebuild (Reading::whatComesIn); },
         [this]
         {
             sources.setExpanded (! sources.isExpanded());
@@ -112,32 +112,29 @@ void ContentBrowser::addSource (ContentSource* source)
         return;
 
     sources.addSource (*source);
-    collect();
+    rebuild (Reading::nothing);
 }
 
 //==============================================================================
-void ContentBrowser::rebuild()
+void ContentBrowser::releaseItems()
 {
     results.releaseItems();
 
     if (tagEditor != nullptr)
         tagEditor->releaseItems();
-
-    content.rebuild (isEditing() ? content.currentSource : nullptr);
-    sources.updateButtons (isEditing() ? content.currentSource : nullptr);
-    filters.rebuild();
-    updateLayout();
 }
 
-void ContentBrowser::collect()
+void ContentBrowser::rebuild (Reading reading)
 {
-    results.releaseItems();
+    auto* const only = isEditing() ? content.currentSource : nullptr;
+    releaseItems();
 
-    if (tagEditor != nullptr)
-        tagEditor->releaseItems();
+    if (reading == Reading::whatComesIn)
+        content.rebuild (only);
+    else
+        content.collect (only);
 
-    content.collect (isEditing() ? content.currentSource : nullptr);
-    sources.updateButtons (isEditing() ? content.currentSource : nullptr);
+    sources.updateButtons (only);
     filters.rebuild();
     updateLayout();
 }
@@ -169,7 +166,7 @@ void ContentBrowser::setEditMode (bool shouldEdit)
 
     editButton.setToggleState (shouldEdit, juce::dontSendNotification);
     updateEditMode();
-    collect();
+    rebuild (Reading::nothing);
 }
 
 //==============================================================================
@@ -187,7 +184,7 @@ void ContentBrowser::openBrowse (juce::Component& editor)
     mode = Mode::browse;
 
     if (wasSaving)
-        rebuild();
+        rebuild (Reading::whatComesIn);
 
     updateEditMode();
     openAt (editor);
@@ -246,7 +243,7 @@ void ContentBrowser::close (bool confirmed)
     {
         setTitle (browserTitle);
         results.setMultiSelect (true);
-        rebuild();
+        rebuild (Reading::whatComesIn);
         results.flush();
     }
 
@@ -470,10 +467,7 @@ void ContentBrowser::alertClosed (K7R::AlertWindow*, int result)
     const auto selected = results.getList().getSelectedItems();
     int numKept = 0;
 
-    results.releaseItems();
-
-    if (tagEditor != nullptr)
-        tagEditor->releaseItems();
+    releaseItems();
 
     for (auto* item : selected)
     {
@@ -489,7 +483,7 @@ void ContentBrowser::alertClosed (K7R::AlertWindow*, int result)
     if (numKept > 0)
         listener.browserMessage (juce::String (numKept) + " of the files couldn't be deleted");
 
-    collect();
+    rebuild (Reading::nothing);
 }
 
 //==============================================================================
@@ -571,10 +565,7 @@ void ContentBrowser::itemImported (ContentItem& item)
 
 void ContentBrowser::itemGoes (ContentItem& item)
 {
-    results.releaseItems();
-
-    if (tagEditor != nullptr)
-        tagEditor->releaseItems();
+    releaseItems();
 
     content.remove (item);
 }
@@ -587,7 +578,7 @@ void ContentBrowser::importProgressed (int numDone, int numEntries)
 void ContentBrowser::importFinished (int numImported)
 {
     setTitle (browserTitle);
-    collect();
+    rebuild (Reading::nothing);
     results.flush();
     results.selectKeys (imported);
     listener.browserMessage (numImported == 1 ? juce::String ("1 preset imported")

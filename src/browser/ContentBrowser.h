@@ -82,8 +82,15 @@ public:
 
 private:
     void openAt (juce::Component& editor);
-    void rebuild();
-    void collect();
+    /** Whether sources that weren't shown are read anew. */
+    enum class Reading
+    {
+        nothing,
+        whatComesIn,
+    };
+
+    void releaseItems();
+    void rebuild (Reading);
     void updateEditMode();
     void updateLayout();
     void save();

@@ -33,10 +33,7 @@ ContentFilters::ContentFilters (const BrowserContent& content, std::function<voi
     };
     addAndMakeVisible (onOffButton);
 
-    Icons::setUp (clearButton, Icons::Name::reset, "Untick all tags");
-    const auto dark = Icons::create (Icons::Name::reset, findColour (DefaultLookAndFeel::itemTextId));
-    const auto hot = Icons::create (Icons::Name::reset, juce::Colour (Icons::overColour));
-    clearButton.setImages (dark.get(), hot.get());
+    Icons::setUp (clearButton, Icons::Name::reset, "Untick all tags", findColour (DefaultLookAndFeel::itemTextId));
     clearButton.setWantsKeyboardFocus (true);
     clearButton.onClick = [this]
     {

@@ -24,14 +24,6 @@ juce::Colour faded (juce::Colour colour)
     return { fade (colour.getRed()), fade (colour.getGreen()), fade (colour.getBlue()) };
 }
 
-void setIcon (juce::DrawableButton& button, Icons::Name name, const juce::String& title)
-{
-    Icons::setUp (button, name, title);
-    const auto dark = Icons::create (name, button.findColour (DefaultLookAndFeel::itemTextId));
-    const auto hot = Icons::create (name, juce::Colour (Icons::overColour));
-    button.setImages (dark.get(), hot.get());
-}
-
 } // namespace
 
 /** One place of the grid that is seen, with the item that stands there now. */
@@ -195,7 +187,7 @@ ContentResults::ContentResults (BrowserContent& shared, Listener& toTell) :
 
     setExpanded (false);
     expandButton.onClick = [this] { listener.resultsExpandClicked(); };
-    setIcon (viewButton, Icons::Name::list, "Change view");
+    Icons::setUp (viewButton, Icons::Name::list, "Change view", findColour (DefaultLookAndFeel::itemTextId));
     viewButton.setTooltip ("Wide or narrow columns");
     viewButton.onClick = [this]
     {
@@ -218,7 +210,8 @@ ContentResults::~ContentResults()
 
 void ContentResults::setExpanded (bool isExpanded)
 {
-    setIcon (expandButton, isExpanded ? Icons::Name::arrowRight : Icons::Name::arrowLeft, "Expand / Collapse");
+    Icons::setUp (expandButton, isExpanded ? Icons::Name::arrowRight : Icons::Name::arrowLeft, "Expand / Collapse",
+                  findColour (DefaultLookAndFeel::itemTextId));
     expandButton.setTooltip (isExpanded ? "Show the filters" : "Hide the filters");
 }
 
@@ -248,14 +241,14 @@ void ContentResults::handleAsyncUpdate()
         if (! item->hidden)
             shown.push_back (item);
 
-    show (std::move (shown));
+    show (shown);
 }
 
-void ContentResults::show (std::vector<ContentItem*> items)
+void ContentResults::show (const std::vector<ContentItem*>& items)
 {
     cancelPendingUpdate();
     hideRenaming();
-    list.setItems (std::move (items));
+    list.setItems (items);
     layOut();
     listener.selectionChanged();
 }
@@ -380,9 +373,8 @@ bool ContentResults::keyPressed (const juce::KeyPress& key)
         list.selectAll();
         listChanged();
     }
-    else if (code == juce::KeyPress::returnKey && editMode && modifiers.isCommandDown())
-        startRenaming();
-    else if (code == juce::KeyPress::F2Key && editMode)
+    else if (editMode
+             && (code == juce::KeyPress::F2Key || (code == juce::KeyPress::returnKey && modifiers.isCommandDown())))
         startRenaming();
     else if (code == juce::KeyPress::returnKey)
         listener.resultsReturnPressed();

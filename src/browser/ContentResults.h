@@ -51,7 +51,7 @@ public:
     void releaseItems();
 
     /** Shows exactly these items, at once. */
-    void show (std::vector<ContentItem*>);
+    void show (const std::vector<ContentItem*>&);
 
     const ResultList& getList() const noexcept { return list; }
 

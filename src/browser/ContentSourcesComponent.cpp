@@ -67,11 +67,8 @@ void ContentSourcesComponent::setExpanded (bool shouldBeExpanded)
 {
     expanded = shouldBeExpanded;
 
-    const auto name = expanded ? Icons::Name::arrowLeft : Icons::Name::arrowRight;
-    Icons::setUp (expandButton, name, "Expand / Collapse");
-    const auto dark = Icons::create (name, findColour (DefaultLookAndFeel::itemTextId));
-    const auto hot = Icons::create (name, juce::Colour (Icons::overColour));
-    expandButton.setImages (dark.get(), hot.get());
+    Icons::setUp (expandButton, expanded ? Icons::Name::arrowLeft : Icons::Name::arrowRight, "Expand / Collapse",
+                  findColour (DefaultLookAndFeel::itemTextId));
     expandButton.setTooltip (expanded ? "Hide the names" : "Show the names");
 }
 

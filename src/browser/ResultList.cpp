@@ -25,7 +25,7 @@ void ResultList::releaseItems()
     numSelected = 0;
 }
 
-void ResultList::setItems (std::vector<ContentItem*> items)
+void ResultList::setItems (const std::vector<ContentItem*>& items)
 {
     releaseItems();
     results.reserve (items.size());
@@ -141,7 +141,7 @@ void ResultList::selectKeys (const std::vector<BrowserContent::Key>& keys)
         items.push_back (result.item);
 
     results.clear();
-    setItems (std::move (items));
+    setItems (items);
 }
 
 void ResultList::clearSelection()

@@ -27,7 +27,7 @@ public:
     };
 
     /** Takes other items. Those that were selected, and the current one, are so again if they're among them. */
-    void setItems (std::vector<ContentItem*>);
+    void setItems (const std::vector<ContentItem*>&);
 
     /** Forgets the items, but not which were selected: items that are gone aren't touched again. */
     void releaseItems();

@@ -92,6 +92,7 @@ void EditorWindows::setPresetChangeWarning (bool warns)
 void EditorWindows::showAbout()
 {
     about = std::make_unique<AboutWindow> (plugin, self<AboutWindow::Listener>());
+    about->setSize (about->getWidth(), juce::jmin (about->getHeight(), editor.getHeight()));
     editor.addChildComponent (*about);
     about->open();
 }

@@ -14,7 +14,7 @@ constexpr int width = 172, rowHeight = 22, spacing = 8;
 
 } // namespace
 
-GUIPickerComponent::GUIPickerComponent (std::function<void (const juce::String&)> onPick) :
+GUIPickerComponent::GUIPickerComponent (const std::function<void (const juce::String&)>& onPick) :
     icon (Icons::create (Icons::Name::resize))
 {
     caption.setBorderSize ({});

@@ -15,7 +15,7 @@ class GUIPickerComponent final : public juce::Component
 {
 public:
     /** @param onPick told the name of the skin */
-    explicit GUIPickerComponent (std::function<void (const juce::String& skin)> onPick);
+    explicit GUIPickerComponent (const std::function<void (const juce::String& skin)>& onPick);
 
     /** Marks the skin that is shown. */
     void setCurrent (const juce::String& skin);

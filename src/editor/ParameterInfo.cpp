@@ -45,6 +45,7 @@ ParameterInfo::MidiCCComponent::MidiCCComponent (Parameter& shown, MidiControlMa
         addAndMakeVisible (label);
     }
 
+    learnButton.setColour (juce::TextButton::textColourOnId, juce::Colour (Icons::litColour));
     learnButton.setTooltip ("Then move a controller of the MIDI device");
     learnButton.setEnabled (parameter.isAutomatable());
     learnButton.onClick = [this] { startLearning(); };
@@ -122,6 +123,15 @@ void ParameterInfo::MidiCCComponent::cancel()
 void ParameterInfo::MidiCCComponent::revert()
 {
     map.restore (before);
+}
+
+void ParameterInfo::MidiCCComponent::timerCallback()
+{
+    // A map that came in has ended the learning.
+    if (map.getLearnParameter() != &parameter)
+        endLearning();
+    else
+        updateLabels();
 }
 
 void ParameterInfo::MidiCCComponent::updateLabels()

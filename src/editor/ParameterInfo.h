@@ -60,13 +60,14 @@ private:
         void revert();
         void cancel();
         void confirm();
+        juce::Component& getOkButton() { return okButton; }
         void resized() override;
 
     private:
         void clear();
         void endLearning();
         void updateLabels();
-        void timerCallback() override { updateLabels(); }
+        void timerCallback() override;
 
         Parameter& parameter;
         MidiControlMap& map;
@@ -80,6 +81,7 @@ private:
         juce::TextButton clearButton { "Clear" }, okButton { "OK" }, cancelButton { "Cancel" };
     };
 
+    juce::Component* getFirstFocus() override { return &controllers.getOkButton(); }
     void parameterChanged (Parameter&) override;
     void close (bool confirmed) { listener.parameterInfoClosed (*this, confirmed); }
 

@@ -63,7 +63,6 @@ AlertWindow::AlertWindow (Caller* toTell, const juce::String& windowTitle, const
     setDescription (question);
     addAndMakeVisible (message);
     addAndMakeVisible (buttonRow);
-    AlertWindow::updateLayout();
 }
 
 AlertWindow::~AlertWindow()
@@ -156,6 +155,7 @@ void AlertWindow::lookAndFeelChanged()
 //==============================================================================
 void AlertWindow::show (juce::Component& parent)
 {
+    updateLayout();
     parent.addChildComponent (this);
     open();
     triggerAsyncUpdate();
@@ -197,16 +197,13 @@ bool AlertWindow::keyPressed (const juce::KeyPress& key)
         return true;
     }
 
-    // Tab ends after the last component, and doesn't begin again.
-    auto* focused = juce::Component::getCurrentlyFocusedComponent();
+    // Tab ends at the last one, and doesn't begin again.
+    const auto order = getFocusOrder();
 
-    if (key.getKeyCode() != juce::KeyPress::tabKey || ! isParentOf (focused))
+    if (key.getKeyCode() != juce::KeyPress::tabKey || order.empty())
         return false;
 
-    const auto traverser = createKeyboardFocusTraverser();
-    return (key.getModifiers().isShiftDown() ? traverser->getPreviousComponent (focused)
-                                             : traverser->getNextComponent (focused))
-           == nullptr;
+    return (key.getModifiers().isShiftDown() ? order.front() : order.back())->hasKeyboardFocus (false);
 }
 
 std::vector<juce::Component*> AlertWindow::getFocusOrder()

@@ -70,9 +70,9 @@ std::unique_ptr<juce::Drawable> Icons::create (Name name, juce::Colour newColour
     return drawable;
 }
 
-void Icons::setUp (juce::DrawableButton& button, Name name, const juce::String& title)
+void Icons::setUp (juce::DrawableButton& button, Name name, const juce::String& title, juce::Colour normalColour)
 {
-    const auto normal = create (name);
+    const auto normal = create (name, normalColour);
     const auto over = create (name, juce::Colour (overColour));
     button.setImages (normal.get(), over.get());
     button.setColour (juce::DrawableButton::backgroundColourId, juce::Colours::transparentBlack);

@@ -15,6 +15,7 @@ struct Icons
 {
     static constexpr juce::uint32 colour = 0xffe6e6e6;
     static constexpr juce::uint32 overColour = 0xffff6c00;
+    static constexpr juce::uint32 litColour = 0xffffa35f;
 
     enum class Name
     {
@@ -53,7 +54,7 @@ struct Icons
 
     /** Makes a button that shows nothing but an icon, hot while the mouse is over it, and tells what it is for. It
         takes no focus. */
-    static void setUp (juce::DrawableButton&, Name, const juce::String& title);
+    static void setUp (juce::DrawableButton&, Name, const juce::String& title, juce::Colour = juce::Colour (colour));
 
     /** The drawing of an SVG document; null for a text that is none. */
     static std::unique_ptr<juce::Drawable> fromSvg (const juce::String& text);

@@ -23,7 +23,7 @@ WindowComponent::WindowComponent (const juce::String& windowTitle) : title (wind
 
     juce::Component::setTitle (title);
     setWantsKeyboardFocus (true);
-    WindowComponent::lookAndFeelChanged();
+    readLook();
 }
 
 WindowComponent::~WindowComponent()
@@ -131,11 +131,15 @@ void WindowComponent::resized()
         juce::RectanglePlacement::centred);
 }
 
-void WindowComponent::lookAndFeelChanged()
+void WindowComponent::readLook()
 {
     if (auto* look = dynamic_cast<LookAndFeelMethods*> (&getLookAndFeel()))
         titleFont = look->getWindowTitleFont (*this);
+}
 
+void WindowComponent::lookAndFeelChanged()
+{
+    readLook();
     resized();
 }
 

@@ -71,6 +71,8 @@ protected:
     bool escapeCloses = true;
 
 private:
+    void readLook();
+
     bool titleBarVisible = true, closeButtonVisible = true;
     static constexpr int titleBarHeight = 31, titleInset = 3;
     juce::String title;

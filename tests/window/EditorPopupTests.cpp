@@ -524,12 +524,11 @@ TEST_F (EditorPopups, WarnsOfChangesUntilTheUserHasEnoughOfIt)
         EXPECT_FALSE (warns (window, false)) << "nothing is changed";
         window.getInstance().set (feedback, 0.5f);
 
-        // Escape is "Cancel", and the key begins at "Yes", which opens what saves the changes.
-        for (const auto& keys : { std::initializer_list<const char*> { "Escape" }, { "Return", "Escape" } })
-        {
-            ASSERT_TRUE (warns (window, true)) << keys.size();
-            answer (window, keys);
-        }
+        // Escape is "Cancel", and the key begins at "Yes", which doesn't lose the changes.
+        ASSERT_TRUE (warns (window, true));
+        answer (window, { "Escape" });
+        ASSERT_TRUE (warns (window, true));
+        answer (window, { "Return", "Escape" }); // it asks for a name, and no step follows
 
         ASSERT_TRUE (warns (window, true));
         answer (window, { "Tab", "Return" }); // "No"

@@ -47,9 +47,10 @@ juce::Component* findControl (juce::Component& parent, const Parameter& paramete
 void showInfo (ShownPlugin& shown, const juce::String& name)
 {
     auto* parameter = shown.getPlugin().getParameters().getParameterByName (name);
-    auto* control = parameter != nullptr ? findControl (*shown.getEditor().getSkinPanel(), *parameter) : nullptr;
+    auto* panel = shown.getEditor().getSkinPanel();
+    auto* control = parameter != nullptr && panel != nullptr ? findControl (*panel, *parameter) : nullptr;
 
-    if (control == nullptr)
+    if (parameter == nullptr || control == nullptr)
         throw Failure ("no control of this skin moves a parameter \"" + name + "\"");
 
     shown.getEditor().getWindows().showParameterInfo (*parameter, *control, false);
