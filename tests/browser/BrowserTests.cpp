@@ -14,6 +14,7 @@
 #include "support/MessageLoop.h"
 #include "support/PackageInTest.h"
 #include "support/PresetFiles.h"
+#include "support/TestDesktop.h"
 
 using namespace quilvane;
 using namespace quilvane::test;
@@ -371,16 +372,9 @@ juce::MemoryBlock presetBy (const juce::String& author)
 class ImportAndExport : public PresetFiles, public PackageImportExport::Listener
 {
 protected:
-    class Desktop final : public juce::Component, public ModalComponent::Desktop
-    {
-    public:
-        juce::Rectangle<int> getModalArea() const override { return getLocalBounds(); }
-    };
-
     ImportAndExport()
     {
         presets.createDirectory();
-        desktop.setSize (800, 600);
         source.setTagMap (&map);
     }
 
@@ -406,16 +400,15 @@ protected:
         return runMessageLoopUntil ([&] { return numImported >= 0; }, 60000);
     }
 
-    /** Presses a button of the question; "Rename NAME" gives the name. */
+    /** Presses a button of the question; "Rename:NAME" gives the name. */
     void answer (const juce::String& text)
     {
-        const auto button = text.startsWith ("Rename") ? juce::String ("Rename") : text;
-        press (button);
+        press (text.upToFirstOccurrenceOf (":", false, false));
 
-        if (button == "Rename")
+        if (text.containsChar (':'))
         {
-            ASSERT_TRUE (runMessageLoopUntil ([&] { return find<juce::TextEditor> (desktop, {}) != nullptr; }));
-            find<juce::TextEditor> (desktop, {})->setText (text.fromFirstOccurrenceOf (" ", false, false));
+            ASSERT_TRUE (runMessageLoopUntil ([&] { return ! allOf<juce::TextEditor> (desktop).empty(); }));
+            allOf<juce::TextEditor> (desktop)[0]->setText (text.fromFirstOccurrenceOf (":", false, false));
             press ("OK");
         }
     }
@@ -436,33 +429,24 @@ protected:
     const juce::File presets = folder.getChildFile ("a/b"), archive = folder.getChildFile ("archive.qvzip");
     TagMap map;
     PresetsDirectoryContent source { *this, "User", presets, ".qvprs2" };
-    Desktop desktop;
+    TestDesktop desktop;
     PackageImportExport importer { desktop, *this };
     int numProgress = 0, numImported = -1;
 
 private:
-    template <typename Wanted>
-    static Wanted* find (juce::Component& parent, const juce::String& text)
+    juce::TextButton* findButton (const juce::String& text)
     {
-        for (auto* child : parent.getChildren())
-            if (auto* wanted = dynamic_cast<Wanted*> (child); wanted != nullptr && wanted->getName() == text)
-                return wanted;
-            else if (auto* found = find<Wanted> (*child, text))
-                return found;
+        for (auto* button : allOf<juce::TextButton> (desktop))
+            if (button->getButtonText() == text)
+                return button;
 
         return nullptr;
     }
 
     void press (const juce::String& text)
     {
-        juce::Component::SafePointer<juce::TextButton> button;
-        ASSERT_TRUE (runMessageLoopUntil (
-            [&]
-            {
-                button = find<juce::TextButton> (desktop, text);
-                return button != nullptr;
-            }))
-            << text;
+        ASSERT_TRUE (runMessageLoopUntil ([&] { return findButton (text) != nullptr; })) << text;
+        const juce::Component::SafePointer<juce::TextButton> button (findButton (text));
         button->triggerClick();
         runMessageLoopUntil ([&] { return button == nullptr || text == "Rename"; });
     }
@@ -536,10 +520,10 @@ TEST_F (ImportAndExport, EveryAnswerToATakenName)
         { { "Skip", "Replace" }, "Free=3 Second=2 TAKEN=old", 2 },
         { { "Replace All" }, "Free=3 Second=2 TAKEN=1", 3 },
         { { "Skip All" }, "Free=3 Second=old TAKEN=old", 1 },
-        { { "Rename Mine", "Skip All" }, "Free=3 Mine=1 Second=old TAKEN=old", 2 },
-        { { "Rename second", "Rename Mine", "Skip" }, "Free=3 Mine=1 Second=old TAKEN=old", 2 },
-        { { "Rename second", "Replace", "Skip" }, "Free=3 Second=1 TAKEN=old", 2 },
-        { { "Rename ../Up", "Cancel" }, "Second=old TAKEN=old _Up=1", 1 },
+        { { "Rename:Mine", "Skip All" }, "Free=3 Mine=1 Second=old TAKEN=old", 2 },
+        { { "Rename:second", "Rename:Mine", "Skip" }, "Free=3 Mine=1 Second=old TAKEN=old", 2 },
+        { { "Rename:second", "Replace", "Skip" }, "Free=3 Second=1 TAKEN=old", 2 },
+        { { "Rename:../Up", "Cancel" }, "Second=old TAKEN=old _Up=1", 1 },
         { { "Replace", "Cancel" }, "Second=old TAKEN=1", 1 },
     };
 
