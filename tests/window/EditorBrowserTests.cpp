@@ -4,7 +4,6 @@
 
 #include <functional>
 #include <optional>
-#include <regex>
 
 #include "EditorWindow.h"
 
@@ -100,23 +99,21 @@ protected:
                                     << percent << "\"/></Parameters></Preset>";
     }
 
-    static std::string find (const files::path& file, const std::string& expression)
+    /** What stands in a file behind a text, up to the next quotation mark. */
+    static std::string find (const files::path& file, const std::string& before)
     {
         if (! files::is_regular_file (file))
             return {};
 
         std::ifstream stream (file);
         const std::string text (std::istreambuf_iterator<char> (stream), {});
-        std::smatch match;
-        return std::regex_search (text, match, std::regex (expression)) ? match[1].str() : std::string();
+        const auto place = text.find (before);
+        const auto start = place + before.size();
+        return place != std::string::npos ? text.substr (start, text.find ('"', start) - start) : std::string();
     }
 
-    static std::string feedbackOf (const files::path& file)
-    {
-        return find (file, "name=\"Feedback\" value=\"([^\"]*)\"");
-    }
-
-    std::string tagsOf (const std::string& name) const { return find (file (name), "tags=\"([^\"]*)\""); }
+    static std::string feedbackOf (const files::path& file) { return find (file, "name=\"Feedback\" value=\""); }
+    std::string tagsOf (const std::string& name) const { return find (file (name), "tags=\""); }
 
     /** The user's presets with their feedback. */
     std::string getFiles() const
@@ -361,8 +358,7 @@ TEST_F (EditorBrowser, SavesUnderANewNameAndOverAnOldOneAfterAQuestion)
     click (layout::saveButton);
     type (answers::yes);
     ASSERT_TRUE (waitForFiles ("Birch=44 Cedar=30 Elm=40 Fir=50 ash=66 yew=77"));
-    EXPECT_TRUE (std::regex_match (tagsOf ("Birch"), std::regex ("Modulation:Slow;Spatialize:[^|;]+")))
-        << tagsOf ("Birch");
+    EXPECT_EQ (tagsOf ("Birch").rfind ("Modulation:Slow;Spatialize:", 0), 0u) << tagsOf ("Birch");
 
     // Nothing is saved on the other ways out, nor where a folder has the name; the sound stays.
     const auto before = getFiles();
