@@ -219,7 +219,8 @@ bool PackageImportExport::exportItems (const std::vector<ContentItem*>& items, c
 
         stream.flush();
 
-        if (stream.getStatus().failed())
+        // A disk that fills up can take a part of the last write without an error.
+        if (stream.getStatus().failed() || temporary.getFile().getSize() != stream.getPosition())
             return false;
     }
 

@@ -5,49 +5,12 @@
 #include <gtest/gtest.h>
 
 #include "Signature.h"
+#include "support/LyingArchive.h"
 #include "support/PackageInTest.h"
-
-namespace
-{
 
 using namespace quilvane;
 using namespace quilvane::package;
 using namespace quilvane::test;
-
-// The places in an archive that lie about it. Offsets are those of the ZIP format.
-
-constexpr int endRecordBytes = 22;
-constexpr int entriesInEndRecord = 10;
-constexpr int directoryInEndRecord = 16;
-constexpr int methodInEntry = 10;
-constexpr int storedBytesInEntry = 20;
-constexpr int bytesInEntry = 24;
-constexpr int startInEntry = 42;
-constexpr int nameInEntry = 46;
-
-char* endRecordOf (juce::MemoryBlock& archive)
-{
-    return archive.begin() + archive.getSize() - endRecordBytes;
-}
-
-/** The directory's record of a member. */
-char* entryOf (juce::MemoryBlock& archive, int index)
-{
-    auto* entry = archive.begin() + juce::ByteOrder::littleEndianInt (endRecordOf (archive) + directoryInEndRecord);
-
-    while (--index >= 0)
-        entry += nameInEntry + juce::ByteOrder::littleEndianShort (entry + 28);
-
-    return entry;
-}
-
-void put (char* place, juce::uint32 value, int numBytes)
-{
-    for (int i = 0; i < numBytes; ++i)
-        place[i] = static_cast<char> (value >> (8 * i));
-}
-
-} // namespace
 
 //==============================================================================
 TEST (HostilePackage, NamesAreTexts)

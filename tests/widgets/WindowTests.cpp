@@ -11,6 +11,7 @@
 #include "support/MessageLoop.h"
 #include "support/Mouse.h"
 #include "support/PluginInTest.h"
+#include "support/TestDesktop.h"
 #include "widgets/ComponentRow.h"
 #include "widgets/DefaultLookAndFeel.h"
 #include "widgets/ModalTextEditor.h"
@@ -19,31 +20,10 @@
 
 using namespace quilvane;
 using namespace quilvane::K7R;
+using namespace quilvane::test;
 
 namespace
 {
-
-/** In place of an editor: half of its width and height is for windows, a quarter from the top left corner. */
-class TestDesktop final : public juce::Component, public ModalComponent::Desktop
-{
-public:
-    TestDesktop()
-    {
-        setLookAndFeel (&look);
-        setSize (800, 600);
-        setVisible (true);
-    }
-
-    ~TestDesktop() override { setLookAndFeel (nullptr); }
-
-    juce::Rectangle<int> getModalArea() const override
-    {
-        return { getWidth() / 4, getHeight() / 4, getWidth() / 2, getHeight() / 2 };
-    }
-
-private:
-    DefaultLookAndFeel look;
-};
 
 /** Keeps what alerts told. */
 struct Answers : AlertWindow::Caller
@@ -62,27 +42,6 @@ struct Answers : AlertWindow::Caller
 };
 
 using Results = std::vector<int>;
-
-template <typename Type>
-void collect (juce::Component& parent, std::vector<Type*>& found)
-{
-    for (auto* child : parent.getChildren())
-    {
-        if (auto* wanted = dynamic_cast<Type*> (child))
-            found.push_back (wanted);
-
-        collect (*child, found);
-    }
-}
-
-/** All components of a class below another, from the back to the front. */
-template <typename Type>
-std::vector<Type*> allOf (juce::Component& parent)
-{
-    std::vector<Type*> found;
-    collect (parent, found);
-    return found;
-}
 
 juce::StringArray textsOf (juce::Component& parent)
 {

@@ -131,7 +131,9 @@ juce::String makeControls (Archive& archive)
            + control (archive, "ToggleButton", syncButton, "style=\"2D\"", "LFO 1 Sync")
            + button (archive, restoreButton, "Restore Default Preset") + button (archive, optionsButton, "Options")
            + button (archive, aboutButton, "About") + button (archive, nextPresetButton, "Select Next Preset")
-           + button (archive, midiLearnButton, "Toggle Midi Learn")
+           + button (archive, midiLearnButton, "Toggle Midi Learn") + button (archive, browseButton, "Browse Presets")
+           + button (archive, previousPresetButton, "Select Previous Preset")
+           + button (archive, saveButton, "Save Preset")
            + control (archive, "Animation", meter, "name=\"LeftVUMeter\"")
            + control (archive, "Animation", activity, "name=\"MIDIActivity\"")
            + control (archive, "Switch", stagesSwitch, segments, "Stages Number") + display (editableText, editable, {})
@@ -176,6 +178,7 @@ int main (int argc, char* argv[])
 
     if (folder.createDirectory().failed()
         || ! writeContainer (folder, "Test", makeSkin (width, height, background, true))
+        || ! writeContainer (folder, "Wide", makeSkin (wideWidth, wideHeight, background, true))
         || ! writeContainer (folder, "Other", makeSkin (otherWidth, otherHeight, otherBackground, false)))
     {
         std::cerr << "Can't write into " << folder.getFullPathName() << "\n";

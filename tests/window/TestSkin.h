@@ -31,7 +31,10 @@ struct Strip
 inline constexpr int width = 640, height = 480; // with room for the editor's own windows
 inline constexpr uint32_t background = 0x102030;
 
-/** The second skin is a plain panel. */
+/** The same controls on a panel with room for the browser. */
+inline constexpr int wideWidth = 800, wideHeight = 530;
+
+/** Another skin is a plain panel. */
 inline constexpr int otherWidth = 320, otherHeight = 120;
 inline constexpr uint32_t otherBackground = 0x306010;
 
@@ -57,6 +60,9 @@ inline constexpr Strip optionsButton { "options.png", { 380, 20, 60, 20 }, 2, 0x
 inline constexpr Strip aboutButton { "about.png", { 450, 20, 60, 20 }, 2, 0x10b030 };
 inline constexpr Strip nextPresetButton { "next.png", { 520, 20, 60, 20 }, 2, 0x10c020 };
 inline constexpr Strip midiLearnButton { "learn.png", { 380, 50, 60, 20 }, 2, 0x10d010 };
+inline constexpr Strip browseButton { "browse.png", { 450, 50, 60, 20 }, 2, 0x10e000 };
+inline constexpr Strip previousPresetButton { "previous.png", { 520, 50, 60, 20 }, 2, 0x10e0f0 };
+inline constexpr Strip saveButton { "save.png", { 380, 80, 60, 20 }, 2, 0x10f0f0 };
 
 // The displays. In the font, a character's number is the red of its colour.
 inline constexpr int glyphWidth = 8, glyphHeight = 16;

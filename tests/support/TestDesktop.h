@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <vector>
+
+#include "widgets/DefaultLookAndFeel.h"
+#include "widgets/ModalComponent.h"
+
+namespace quilvane::test
+{
+
+/** In place of an editor: half of its width and height is for windows, a quarter from the top left corner. */
+class TestDesktop final : public juce::Component, public ModalComponent::Desktop
+{
+public:
+    TestDesktop()
+    {
+        setLookAndFeel (&look);
+        setSize (800, 600);
+        setVisible (true);
+    }
+
+    ~TestDesktop() override { setLookAndFeel (nullptr); }
+
+    juce::Rectangle<int> getModalArea() const override
+    {
+        return { getWidth() / 4, getHeight() / 4, getWidth() / 2, getHeight() / 2 };
+    }
+
+private:
+    DefaultLookAndFeel look;
+};
+
+template <typename Type>
+void collect (juce::Component& parent, std::vector<Type*>& found)
+{
+    for (auto* child : parent.getChildren())
+    {
+        if (auto* wanted = dynamic_cast<Type*> (child))
+            found.push_back (wanted);
+
+        collect (*child, found);
+    }
+}
+
+/** All components of a class below another, from the back to the front. */
+template <typename Type>
+std::vector<Type*> allOf (juce::Component& parent)
+{
+    std::vector<Type*> found;
+    collect (parent, found);
+    return found;
+}
+
+} // namespace quilvane::test
