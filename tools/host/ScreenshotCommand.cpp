@@ -32,12 +32,13 @@ juce::Component* findControl (juce::Component& parent, const Parameter& paramete
 {
     for (auto* child : parent.getChildren())
     {
-        auto* controller = dynamic_cast<GUIController*> (child);
+        auto& component = *child;
+        auto* controller = dynamic_cast<GUIController*> (&component);
 
-        if (controller != nullptr && controller->getParameter() == &parameter && child->isVisible())
-            return child;
+        if (controller != nullptr && controller->getParameter() == &parameter && component.isVisible())
+            return &component;
 
-        if (auto* found = findControl (*child, parameter))
+        if (auto* found = findControl (component, parameter))
             return found;
     }
 
