@@ -46,6 +46,7 @@ void ContentSourcesComponent::addSource (ContentSource& source)
     button->onClick = [this, &source]
     {
         source.selected = ! source.selected;
+        updateButtons (nullptr);
         onChange();
     };
     addAndMakeVisible (button);

@@ -235,8 +235,15 @@ protected:
     /** The browser with the user's presets alone. */
     void browseUser()
     {
+        constexpr uint32_t ticked = 0xb84a00;
+
         browse();
         click (layout::userSource);
+        window->moveTo (layout::content.x, layout::buttons - 5);
+
+        const auto& button = layout::userSource;
+        EXPECT_TRUE (window->waitFor (
+            [&] { return window->getPixel (button.x + button.width - 8, button.centreY()) == ticked; }, 5s));
     }
 
     void openSaveAs() { browse (testskin::saveButton.place); }
