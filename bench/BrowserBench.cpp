@@ -3,14 +3,17 @@
 #include "BrowserBench.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 #include <functional>
+#include <thread>
 #include <vector>
 
 #include "ShownPlugin.h"
 #include "browser/ContentBrowser.h"
 #include "core/BasePlugin.h"
 #include "core/FrameworkIds.h"
+#include "core/PluginAudioProcessor.h"
 #include "editor/BasePluginEditor.h"
 #include "support/MessageLoop.h"
 #include "support/Mouse.h"
@@ -26,7 +29,7 @@ constexpr int numTagged = 100;
 
 void print (const char* label, double value)
 {
-    std::printf ("  %-44s %12.2f\n", label, value);
+    std::printf ("  %-48s %12.2f\n", label, value);
 }
 
 double elapsedMs (const std::function<void()>& work)
@@ -119,6 +122,61 @@ double tagMs (ShownPlugin& plugin)
     return clickMs (plugin, "Wide");
 }
 
+/** Plays beside the message thread, and measures the block that took longest. */
+class Player
+{
+public:
+    explicit Player (ShownPlugin& plugin) :
+        thread (
+            [this, &processor = plugin.getProcessor()]
+            {
+                juce::AudioBuffer<float> buffer (2, blockSize);
+                juce::MidiBuffer midi;
+                juce::Random random (1);
+
+                while (! isStopped)
+                {
+                    for (int channel = 0; channel < 2; ++channel)
+                        for (int i = 0; i < blockSize; ++i)
+                            buffer.setSample (channel, i, random.nextFloat() - 0.5f);
+
+                    longest = std::max (longest, elapsedMs ([&] { processor.processBlock (buffer, midi); }));
+                    juce::Thread::sleep (1);
+                }
+            })
+    {
+    }
+
+    double stop()
+    {
+        isStopped = true;
+        thread.join();
+        return longest;
+    }
+
+private:
+    static constexpr int blockSize = 480; // 10 ms at 48 kHz
+
+    std::atomic<bool> isStopped { false };
+    double longest = 0.0;
+    std::thread thread;
+};
+
+double longestBlockMs (ShownPlugin& plugin, const std::function<void()>& onMessageThread)
+{
+    constexpr int watchedMs = 2000, pauseMs = 10;
+
+    Player player (plugin);
+
+    for (int time = 0; time < watchedMs; time += pauseMs)
+    {
+        onMessageThread();
+        runMessageLoopFor (pauseMs);
+    }
+
+    return player.stop();
+}
+
 } // namespace
 
 void printBrowserFigures()
@@ -152,6 +210,10 @@ void printBrowserFigures()
                    results.keyPressed (juce::KeyPress (juce::KeyPress::downKey));
                    plugin.takePicture();
                }));
+
+    print ("longest block of 10 ms while nothing happens, ms", longestBlockMs (plugin, [] {}));
+    print ("longest block of 10 ms, 100 presets a second, ms",
+           longestBlockMs (plugin, [&] { results.keyPressed (juce::KeyPress (juce::KeyPress::downKey)); }));
 
     editor.getBrowser()->setEditMode (true);
     runMessageLoopFor (50);
