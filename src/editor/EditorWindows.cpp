@@ -16,6 +16,7 @@ namespace
 {
 
 constexpr float optionsShare = 0.8f; // of the panel's height
+constexpr int aboutMargin = 24;      // above and below, together
 constexpr int learnPriority = 6, stays = 0;
 
 } // namespace
@@ -92,7 +93,7 @@ void EditorWindows::setPresetChangeWarning (bool warns)
 void EditorWindows::showAbout()
 {
     about = std::make_unique<AboutWindow> (plugin, self<AboutWindow::Listener>());
-    about->setSize (about->getWidth(), juce::jmin (about->getHeight(), editor.getHeight()));
+    about->setSize (about->getWidth(), juce::jmin (about->getHeight(), editor.getPanelHeight() - aboutMargin));
     editor.addChildComponent (*about);
     about->open();
 }
@@ -174,8 +175,7 @@ void EditorWindows::toggleMidiLearn()
                                                            showParameterInfo (*parameter, *control, true);
                                                    });
     editor.addAndMakeVisible (*learnLayer);
-    editor.getStatusBar().showMessage ("MIDI learn: click the control that a MIDI controller shall move", learnPriority,
-                                       stays);
+    editor.getStatusBar().showMessage ("MIDI learn: click the control to be moved", learnPriority, stays);
 
     if (learnLayer->isShowing())
         learnLayer->grabKeyboardFocus();
