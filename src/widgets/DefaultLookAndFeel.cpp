@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "EmbeddedResources.h"
-#include "widgets/Icons.h"
 
 namespace quilvane
 {
@@ -110,18 +109,21 @@ void drawIcon (juce::Graphics& g, const juce::Drawable& icon, juce::Rectangle<in
 
 } // namespace
 
-DefaultLookAndFeel::DefaultLookAndFeel() :
-    folderIcon (Icons::create (Icons::Name::folder, juce::Colour (iconColour))),
-    fileIcon (Icons::create (Icons::Name::file, juce::Colour (iconColour))),
-    tickIcon (Icons::create (Icons::Name::tick, juce::Colour (iconColour))),
-    subMenuIcon (Icons::create (Icons::Name::arrowRight, juce::Colour (iconColour))),
-    dropDownIcon (Icons::create (Icons::Name::arrowDown, juce::Colour (iconColour)))
+DefaultLookAndFeel::DefaultLookAndFeel()
 {
     for (const auto& [id, argb] : theme)
         setColour (id, juce::Colour (argb));
 }
 
 DefaultLookAndFeel::~DefaultLookAndFeel() = default;
+
+const juce::Drawable& DefaultLookAndFeel::LazyIcon::operator*() const
+{
+    if (drawable == nullptr)
+        drawable = Icons::create (name, juce::Colour (iconColour));
+
+    return *drawable;
+}
 
 juce::Typeface::Ptr DefaultLookAndFeel::getEmbeddedTypeface()
 {

@@ -6,6 +6,7 @@
 
 #include "widgets/DefaultSliderLAF.h"
 #include "widgets/HardLabel.h"
+#include "widgets/Icons.h"
 #include "widgets/PanelComponent.h"
 #include "widgets/PopupMenuEx.h"
 #include "widgets/WindowComponent.h"
@@ -126,7 +127,23 @@ public:
 private:
     juce::TextLayout layOutTooltip (const juce::String& text) const;
 
-    const std::unique_ptr<juce::Drawable> folderIcon, fileIcon, tickIcon, subMenuIcon, dropDownIcon;
+    /** An icon on the light ground of windows, which is made when it's first drawn: a look is made with the first
+        instance, and most instances open no window. */
+    class LazyIcon
+    {
+    public:
+        explicit LazyIcon (Icons::Name iconName) : name (iconName) {}
+
+        const juce::Drawable& operator*() const;
+        const juce::Drawable* operator->() const { return &**this; }
+
+    private:
+        const Icons::Name name;
+        mutable std::unique_ptr<juce::Drawable> drawable;
+    };
+
+    const LazyIcon folderIcon { Icons::Name::folder }, fileIcon { Icons::Name::file }, tickIcon { Icons::Name::tick };
+    const LazyIcon subMenuIcon { Icons::Name::arrowRight }, dropDownIcon { Icons::Name::arrowDown };
 };
 
 } // namespace quilvane
