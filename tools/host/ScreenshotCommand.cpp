@@ -30,15 +30,14 @@ constexpr double secondsBefore = 1.5; // of sound, so that lights and meters sho
 /** The control of the panel that moves a parameter; of several the first. */
 juce::Component* findControl (juce::Component& parent, const Parameter& parameter)
 {
-    for (auto* child : parent.getChildren())
+    for (int i = 0; auto* child = parent.getChildComponent (i); ++i)
     {
-        auto& component = *child;
-        auto* controller = dynamic_cast<GUIController*> (&component);
+        auto* controller = dynamic_cast<GUIController*> (child);
 
-        if (controller != nullptr && controller->getParameter() == &parameter && component.isVisible())
-            return &component;
+        if (controller != nullptr && controller->getParameter() == &parameter && child->isVisible())
+            return child;
 
-        if (auto* found = findControl (component, parameter))
+        if (auto* found = findControl (*child, parameter))
             return found;
     }
 
