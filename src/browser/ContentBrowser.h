@@ -73,7 +73,6 @@ public:
     void importFile (const juce::File&);
 
     ContentResults& getResults() noexcept { return results; }
-    ContentFilters& getFilters() noexcept { return filters; }
 
     /** The host closes the window: what is heard stands. */
     void dismiss() override;

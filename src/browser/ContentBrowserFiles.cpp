@@ -127,16 +127,9 @@ void ContentBrowser::chooseExport()
                             ? exportDirectory
                             : juce::File::getSpecialLocation (juce::File::userDesktopDirectory);
 
-    chooser = std::make_unique<FileChooserWindow> ("Export items", FileChooserWindow::Mode::save, extension,
-                                                   folder.getChildFile (getProposedExportName()),
-                                                   [this] (const juce::File& file)
-                                                   {
-                                                       const auto finished = std::move (chooser);
-
-                                                       if (file != juce::File())
-                                                           exportTo (file);
-                                                   });
-    chooser->show (*this);
+    FileChooserWindow::ask (chooser, *this, "Export items", FileChooserWindow::Mode::save, extension,
+                            folder.getChildFile (getProposedExportName()),
+                            [this] (const juce::File& file) { exportTo (file); });
 }
 
 void ContentBrowser::exportTo (const juce::File& file)
@@ -156,16 +149,8 @@ void ContentBrowser::exportTo (const juce::File& file)
 
 void ContentBrowser::chooseImport()
 {
-    chooser = std::make_unique<FileChooserWindow> ("Import package", FileChooserWindow::Mode::open, extension,
-                                                   importDirectory,
-                                                   [this] (const juce::File& file)
-                                                   {
-                                                       const auto finished = std::move (chooser);
-
-                                                       if (file != juce::File())
-                                                           importFile (file);
-                                                   });
-    chooser->show (*this);
+    FileChooserWindow::ask (chooser, *this, "Import package", FileChooserWindow::Mode::open, extension, importDirectory,
+                            [this] (const juce::File& file) { importFile (file); });
 }
 
 void ContentBrowser::importFile (const juce::File& file)

@@ -62,7 +62,6 @@ public:
     /** Off: one item at most is selected; of several the current one stays. */
     void setMultiSelect (bool);
     void setEditMode (bool isOn) { editMode = isOn; }
-    bool isEditMode() const noexcept { return editMode; }
 
     /** Selects an item alone, and scrolls to it; null, or one that isn't shown, clears the selection.
         @param notify whether it's as if the user had clicked it */

@@ -47,23 +47,17 @@ void MidiMapComponent::choose (FileChooserWindow::Mode mode)
     const auto isSave = mode == FileChooserWindow::Mode::save;
     const auto start = isSave ? folder.getChildFile (plugin.getProductName() + plugin.getMidiMapExtension()) : folder;
 
-    chooser = std::make_unique<FileChooserWindow> (isSave ? "Save MIDI CC map as" : "Load MIDI CC map", mode,
-                                                   plugin.getMidiMapExtension(), start,
-                                                   [this, isSave] (const juce::File& file)
-                                                   {
-                                                       const auto finished = std::move (chooser);
+    FileChooserWindow::ask (chooser, *this, isSave ? "Save MIDI CC map as" : "Load MIDI CC map", mode,
+                            plugin.getMidiMapExtension(), start,
+                            [this, isSave] (const juce::File& file)
+                            {
+                                folder = file.getParentDirectory();
 
-                                                       if (file == juce::File())
-                                                           return;
-
-                                                       folder = file.getParentDirectory();
-
-                                                       if (isSave)
-                                                           save (file);
-                                                       else
-                                                           load (file);
-                                                   });
-    chooser->show (*this);
+                                if (isSave)
+                                    save (file);
+                                else
+                                    load (file);
+                            });
     onChoosing();
 }
 

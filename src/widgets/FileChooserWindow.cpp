@@ -93,6 +93,22 @@ void FileChooserWindow::show (juce::Component& parent)
     }
 }
 
+void FileChooserWindow::ask (std::unique_ptr<FileChooserWindow>& place, juce::Component& parent,
+                             const juce::String& title, Mode mode, const juce::String& extension,
+                             const juce::File& start, Callback onChoice)
+{
+    const auto answer = [&place, toCall = std::move (onChoice)] (const juce::File& file)
+    {
+        const auto finished = std::move (place);
+
+        if (file != juce::File())
+            toCall (file);
+    };
+
+    place = std::make_unique<FileChooserWindow> (title, mode, extension, start, answer);
+    place->show (parent);
+}
+
 juce::TextEditor* FileChooserWindow::findNameField() const
 {
     for (auto* child : browser.getChildren())

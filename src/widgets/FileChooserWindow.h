@@ -43,6 +43,11 @@ public:
     /** Shows the window on the parent's editor. */
     void show (juce::Component& parent);
 
+    /** Asks one question: makes the window in its owner's place for it and shows it, and deletes it with the answer.
+        @param onChoice told of the file; not called if the user leaves without one */
+    static void ask (std::unique_ptr<FileChooserWindow>& place, juce::Component& parent, const juce::String& title,
+                     Mode, const juce::String& extension, const juce::File& start, Callback onChoice);
+
     void dismiss() override;
     void resized() override;
     bool keyPressed (const juce::KeyPress&) override;

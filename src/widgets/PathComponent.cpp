@@ -41,20 +41,17 @@ void PathComponent::setTextWhenEmpty (const juce::String& text)
 
 void PathComponent::browse()
 {
-    chooser = std::make_unique<FileChooserWindow> (
-        title, mode, extension,
-        file != juce::File() ? file : juce::File::getSpecialLocation (juce::File::userHomeDirectory),
-        [this] (const juce::File& chosen)
-        {
-            const auto finished = std::move (chooser);
+    const auto start = file != juce::File() ? file : juce::File::getSpecialLocation (juce::File::userHomeDirectory);
 
-            if (chosen == juce::File() || chosen == file)
-                return;
+    FileChooserWindow::ask (chooser, *this, title, mode, extension, start,
+                            [this] (const juce::File& chosen)
+                            {
+                                if (chosen == file)
+                                    return;
 
-            setFile (chosen);
-            listeners.call ([this] (auto& listener) { listener.pathChanged (*this); });
-        });
-    chooser->show (*this);
+                                setFile (chosen);
+                                listeners.call ([this] (auto& listener) { listener.pathChanged (*this); });
+                            });
 }
 
 void PathComponent::resized()
