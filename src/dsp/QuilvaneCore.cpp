@@ -2,9 +2,11 @@
 
 #include "dsp/QuilvaneCore.h"
 
-#include <array>
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
+#include "dsp/FastNetwork.h"
 #include "dsp/QuilvaneParameterIds.h"
 #include "parameters/Parameter.h"
 
@@ -47,12 +49,15 @@ auto entryAt (const Table& table, int index)
     return table[static_cast<size_t> (juce::jlimit (0, static_cast<int> (table.size()) - 1, index))];
 }
 
-/** The frequency of a note number in Hz, limited to what the sections can be tuned to. */
-float frequencyOfNote (float note)
+/** The octaves from 13.75 Hz to a note number. */
+float octavesOf (float note)
 {
-    const auto octaves = (note - 9.0f) * 0.083333336f;
-    const auto hz = static_cast<float> (std::pow (2.0, static_cast<double> (octaves)) * 13.75);
+    return (note - 9.0f) * 0.083333336f;
+}
 
+/** What the sections can be tuned to. */
+float limitFrequency (float hz)
+{
     if (hz < 0.0f)
         return 0.0f;
 
@@ -68,19 +73,6 @@ QuilvaneCore::Side::Side (const SampleRateConstants& constants) :
     lfo1 (constants),
     lfo2 (constants)
 {
-}
-
-QuilvaneCore::LFOValues QuilvaneCore::Side::nextLFOs() noexcept
-{
-    const auto nextUnipolar = [] (QuilvaneLFO& lfo)
-    {
-        float bipolar = 0.0f;
-        lfo.next (bipolar);
-        return (bipolar + 1.0f) * 0.5f;
-    };
-
-    const auto first = nextUnipolar (lfo1);
-    return { first, nextUnipolar (lfo2) };
 }
 
 QuilvaneCore::QuilvaneCore (const SampleRateConstants& constants) :
@@ -212,50 +204,90 @@ void QuilvaneCore::lfoParameterChanged (const Parameter& parameter, QuilvaneLFO 
 }
 
 //==============================================================================
-void QuilvaneCore::detectActivity (Side& side, float input) const noexcept
+void QuilvaneCore::runGate (Side& side, const float* input, Run<bool>& isActive, int numSamples) const noexcept
 {
-    if (std::abs (input) > wakeThreshold)
+    auto active = side.active;
+    auto envelope = side.envelope;
+
+    for (size_t i = 0; i < static_cast<size_t> (numSamples); ++i)
     {
-        side.active = true;
-        side.envelope = 1.0;
+        if (std::abs (input[i]) > wakeThreshold)
+        {
+            active = true;
+            envelope = 1.0;
+        }
+
+        envelope *= silenceDecay;
+
+        if (envelope < sleepThreshold)
+            active = false;
+
+        isActive[i] = active;
     }
+
+    side.active = active;
+    side.envelope = envelope;
 }
 
-void QuilvaneCore::releaseIfSilent (Side& side) const noexcept
+void QuilvaneCore::runControls (Controls& controls, int numSamples) noexcept
 {
-    side.envelope *= silenceDecay;
+    modulation.advance (controls.modulation, numSamples);
+    stereoPhase.advance (controls.stereoPhase, numSamples);
 
-    if (side.envelope < sleepThreshold)
-        side.active = false;
+    Run<double> offsets;
+
+    for (size_t i = 0; i < static_cast<size_t> (numSamples); ++i)
+        offsets[i] = static_cast<double> (controls.stereoPhase[0][i]) * pi;
+
+    FastOscillators::process (kernels, { &left.lfo1, &right.lfo1 }, { &left.lfo2, &right.lfo2 }, offsets.data(),
+                              controls.lfo1, controls.lfo2, numSamples);
 }
 
-double QuilvaneCore::processNetwork (Side& side, double frequency, double input) const noexcept
+template <size_t NumSides>
+void QuilvaneCore::processSides (const std::array<Side*, NumSides>& sides, size_t firstSide, const Controls& controls,
+                                 const std::array<float*, NumSides>& samples, int start, int end) noexcept
 {
-    const auto run = [=] (auto& network)
+    const auto size = static_cast<size_t> (end - start);
+    const auto count = NumSides * size, paddedCount = (count + 3) / 4 * 4;
+    alignas (32) FastOscillators::Pairs<float> exponents, hz;
+    alignas (32) FastOscillators::Pairs<double> sound;
+
+    for (size_t i = 0; i < size; ++i)
     {
-        network.setFrequency (frequency);
-        network.smooth();
-        return network.processBaseRate (input);
+        const auto from = i + static_cast<size_t> (start);
+
+        for (size_t side = 0; side < NumSides; ++side)
+        {
+            const auto pair = 2 * from + firstSide + side;
+            const auto& moved = controls.modulation;
+            const auto note = controls.lfo1[pair] * moved[depth1][from] + controls.lfo2[pair] * moved[depth2][from]
+                              + moved[centreNote][from];
+            exponents[i * NumSides + side] = octavesOf (note);
+            sound[i * NumSides + side] = static_cast<double> (samples[side][from]);
+        }
+    }
+
+    std::fill (exponents.begin() + count, exponents.begin() + paddedCount, 0.0f);
+    kernels.frequency (exponents.data(), hz.data(), paddedCount);
+    std::transform (hz.begin(), hz.begin() + paddedCount, hz.begin(), limitFrequency);
+
+    const auto run = [&] (auto Side::*network)
+    {
+        if constexpr (NumSides == 2)
+            FastNetwork::process (kernels, sides[0]->*network, sides[1]->*network, hz.data(), sound.data(),
+                                  end - start);
+        else
+            FastNetwork::process (kernels, sides[0]->*network, hz.data(), sound.data(), end - start);
     };
 
-    switch (quality)
-    {
-        case 0: return run (side.normal);
-        case 1: return run (side.high);
-        default: return input;
-    }
-}
+    if (quality == 0)
+        run (&Side::normal);
+    else if (quality == 1)
+        run (&Side::high);
 
-float QuilvaneCore::processSide (Side& side, LFOValues lfos, float input) noexcept
-{
-    if (! side.active)
-        return 0.0f;
-
-    const auto note = lfos.first * modulation[depth1] + lfos.second * modulation[depth2] + modulation[centreNote];
-    const auto frequency = static_cast<double> (frequencyOfNote (note));
-    const auto output = processNetwork (side, frequency, static_cast<double> (input));
-
-    return static_cast<float> (output) * modulation[outputGain];
+    for (size_t i = 0; i < size; ++i)
+        for (size_t side = 0; side < NumSides; ++side)
+            samples[side][i + static_cast<size_t> (start)] = static_cast<float> (sound[i * NumSides + side]);
 }
 
 void QuilvaneCore::updateMeter (Side& side, float output) const noexcept
@@ -268,48 +300,85 @@ void QuilvaneCore::updateMeter (Side& side, float output) const noexcept
     side.meterHold *= rateConstants.meterDecayF;
 }
 
-void QuilvaneCore::processStereo (const float* inLeft, const float* inRight, float* outLeft, float* outRight,
-                                  int numSamples, bool bypassed)
+void QuilvaneCore::processRun (const float* inLeft, const float* inRight, float* outLeft, float* outRight,
+                               int numSamples) noexcept
 {
-    LFOValues lfos { 0.0f, 0.0f };
+    Controls controls;
+    runControls (controls, numSamples);
 
-    for (int i = 0; i < numSamples; ++i)
+    Run<bool> leftActive, rightActive;
+    runGate (left, inLeft, leftActive, numSamples);
+    runGate (right, inRight, rightActive, numSamples);
+
+    // Both inputs are read before anything is written: the buffers may be the same.
+    Run<float> samplesLeft, samplesRight;
+    std::copy_n (inLeft, numSamples, samplesLeft.begin());
+    std::copy_n (inRight, numSamples, samplesRight.begin());
+
+    const auto isActive = [&] (int i)
+    { return std::pair (leftActive[static_cast<size_t> (i)], rightActive[static_cast<size_t> (i)]); };
+
+    for (int start = 0, end = 0; start < numSamples; start = end)
     {
-        modulation.advance();
-        stereoPhase.advance();
+        const auto active = isActive (start);
 
-        // Both are read before anything is written: the buffers may be the same.
-        const auto inputLeft = inLeft[i];
-        const auto inputRight = inRight[i];
+        while (end < numSamples && isActive (end) == active)
+            ++end;
 
-        if (bypassed)
-        {
-            outLeft[i] = inputLeft;
-            outRight[i] = inputRight;
-            continue;
-        }
+        if (active.first && active.second)
+            processSides<2> ({ &left, &right }, 0, controls, { samplesLeft.data(), samplesRight.data() }, start, end);
+        else if (active.first)
+            processSides<1> ({ &left }, 0, controls, { samplesLeft.data() }, start, end);
+        else if (active.second)
+            processSides<1> ({ &right }, 1, controls, { samplesRight.data() }, start, end);
 
-        detectActivity (left, inputLeft);
-        detectActivity (right, inputRight);
-        releaseIfSilent (left);
-        releaseIfSilent (right);
+        if (! active.first)
+            std::fill (samplesLeft.begin() + start, samplesLeft.begin() + end, 0.0f);
 
-        lfos = left.nextLFOs();
+        if (! active.second)
+            std::fill (samplesRight.begin() + start, samplesRight.begin() + end, 0.0f);
+    }
 
-        const auto offset = static_cast<double> (stereoPhase[0]) * pi;
-        right.lfo1.setPhaseOffset (offset);
-        right.lfo2.setPhaseOffset (offset);
-        const auto rightLfos = right.nextLFOs();
-
-        outLeft[i] = processSide (left, lfos, inputLeft);
-        outRight[i] = processSide (right, rightLfos, inputRight);
-
+    for (size_t i = 0; i < static_cast<size_t> (numSamples); ++i)
+    {
+        const auto gain = controls.modulation[outputGain][i];
+        outLeft[i] = samplesLeft[i] * gain;
+        outRight[i] = samplesRight[i] * gain;
         updateMeter (left, outLeft[i]);
         updateMeter (right, outRight[i]);
     }
 
-    lfo1Value.store (lfos.first, std::memory_order_relaxed);
-    lfo2Value.store (lfos.second, std::memory_order_relaxed);
+    const auto last = 2 * static_cast<size_t> (numSamples - 1);
+    lfo1Value.store (controls.lfo1[last], std::memory_order_relaxed);
+    lfo2Value.store (controls.lfo2[last], std::memory_order_relaxed);
+}
+
+void QuilvaneCore::processStereo (const float* inLeft, const float* inRight, float* outLeft, float* outRight,
+                                  int numSamples, bool bypassed)
+{
+    lfo1Value.store (0.0f, std::memory_order_relaxed);
+    lfo2Value.store (0.0f, std::memory_order_relaxed);
+
+    for (int start = 0; start < numSamples; start += maximumRun)
+    {
+        const auto size = juce::jmin (maximumRun, numSamples - start);
+
+        if (! bypassed)
+        {
+            processRun (inLeft + start, inRight + start, outLeft + start, outRight + start, size);
+            continue;
+        }
+
+        for (int i = start; i < start + size; ++i)
+        {
+            modulation.advance();
+            stereoPhase.advance();
+            const auto inputRight = inRight[i];
+            outLeft[i] = inLeft[i];
+            outRight[i] = inputRight;
+        }
+    }
+
     publishMeters (left.meterHold, right.meterHold);
 }
 

@@ -2,8 +2,8 @@
 
 #pragma once
 
+#include "dsp/FastOscillators.h"
 #include "dsp/GlassRailEffectCore.h"
-#include "dsp/QuilvaneLFO.h"
 #include "dsp/QuilvaneOTA.h"
 #include "dsp/SmoothedValues.h"
 
@@ -36,19 +36,15 @@ public:
     float getLFO2Value() const noexcept { return lfo2Value.load (std::memory_order_relaxed); }
 
 private:
-    /** The oscillators of one side, as unipolar values of this sample. */
-    struct LFOValues
-    {
-        float first;
-        float second;
-    };
+    static constexpr int maximumRun = Kernels::maximumSamples;
+
+    template <typename Value>
+    using Run = std::array<Value, maximumRun>;
 
     /** One side of the phaser: its oscillators, its networks of both qualities and its gate. */
     struct Side
     {
         explicit Side (const SampleRateConstants&);
-
-        LFOValues nextLFOs() noexcept;
 
         QuilvaneOTA_Normal normal;
         QuilvaneOTA_High high;
@@ -67,6 +63,14 @@ private:
         numModulations
     };
 
+    /** What moves during some samples, side by side for left and right. */
+    struct Controls
+    {
+        std::array<Run<float>, numModulations> modulation;
+        std::array<Run<float>, 1> stereoPhase;
+        FastOscillators::Pairs<float> lfo1, lfo2; // unipolar
+    };
+
     template <typename Function>
     void forEachNetwork (Function&&);
 
@@ -74,12 +78,24 @@ private:
     void forEachLFO (Function&&);
 
     void lfoParameterChanged (const Parameter&, QuilvaneLFO Side::*lfo, int firstId);
-    void detectActivity (Side&, float input) const noexcept;
-    void releaseIfSilent (Side&) const noexcept;
-    float processSide (Side&, LFOValues, float input) noexcept;
-    double processNetwork (Side&, double frequency, double input) const noexcept;
+
+    /** Some samples of a block, at most maximumRun. */
+    void processRun (const float* inLeft, const float* inRight, float* outLeft, float* outRight,
+                     int numSamples) noexcept;
+    void runControls (Controls&, int numSamples) noexcept;
+
+    /** Which samples of a side are to be run. */
+    void runGate (Side&, const float* input, Run<bool>& isActive, int numSamples) const noexcept;
+
+    /** Samples during which the same sides are active, in place.
+        @param sides index of the first, and how many */
+    template <size_t NumSides>
+    void processSides (const std::array<Side*, NumSides>&, size_t firstSide, const Controls&,
+                       const std::array<float*, NumSides>& samples, int start, int end) noexcept;
+
     void updateMeter (Side&, float output) const noexcept;
 
+    const Kernels& kernels = Kernels::get();
     int quality = 0; // 0 normal, 1 high
     double silenceDecay;
     SmoothedValues<numModulations> modulation;

@@ -12,24 +12,9 @@ namespace quilvane
 namespace
 {
 
-constexpr double pi = 3.141592653589793;
-constexpr double twoPi = 6.283185307179586;
-constexpr double oneOverPi = 0.3183098861837907;
-constexpr double twoOverPi = 0.6366197723675814;
-constexpr double threeHalvesPi = 4.71238898038469;
-constexpr double quarterPi = 0.7853981633974483;
-
 constexpr double minutesPerSecond = 0.016666666666666666;
-constexpr double lagAtBaseRate = 0.01; // per sample
-constexpr float hyperExponent = 1.5f;
+constexpr double lagAtBaseRate = 0.01;       // per sample
 constexpr float randomScale = 4.656613e-10f; // from 32 bits with sign to -1..1
-
-/** -1 at phase 0, 1 at pi. */
-float triangleAt (double phase)
-{
-    return phase < pi ? static_cast<float> (phase * twoOverPi - 1.0)
-                      : static_cast<float> ((threeHalvesPi - phase) * twoOverPi);
-}
 
 } // namespace
 
@@ -89,14 +74,14 @@ void QuilvaneLFO::setSongPosition (double ppq)
     if (synced)
     {
         const auto cycles = clock.getNoteValue() * ppq;
-        phase = (cycles - std::floor (cycles)) * twoPi;
+        phase = (cycles - std::floor (cycles)) * shapes::twoPi;
     }
 }
 
 void QuilvaneLFO::updateIncrement()
 {
     effectiveRate = synced ? clock.getNoteValue() * clock.getTempo() * minutesPerSecond : rate;
-    increment = effectiveRate * rateConstants.samplePeriod * twoPi;
+    increment = effectiveRate * rateConstants.samplePeriod * shapes::twoPi;
 }
 
 void QuilvaneLFO::drawRandomStep() noexcept
@@ -108,50 +93,36 @@ void QuilvaneLFO::drawRandomStep() noexcept
 }
 
 //==============================================================================
-double QuilvaneLFO::readPhaseAndWrap() noexcept
-{
-    auto readPhase = phase + phaseOffset;
-
-    if (readPhase > twoPi)
-    {
-        phase -= twoPi;
-        readPhase -= twoPi;
-    }
-
-    return readPhase >= 0.0 ? readPhase : readPhase + twoPi;
-}
-
 float QuilvaneLFO::readWaveform (double readPhase) noexcept
 {
     switch (waveform)
     {
-        case Waveform::triangle: return triangleAt (readPhase);
-        case Waveform::sine: return static_cast<float> (std::sin (readPhase - quarterPi));
-        case Waveform::square: return readPhase < pi ? 1.0f : -1.0f;
-        case Waveform::rampDown: return static_cast<float> ((twoPi - readPhase) * oneOverPi - 1.0);
-        case Waveform::rampUp: return static_cast<float> (readPhase * oneOverPi - 1.0);
-        case Waveform::sampleAndHold:
-        {
-            const auto wasFirstHalf = std::exchange (firstHalf, readPhase < pi);
-
-            if (firstHalf && ! wasFirstHalf)
-                drawRandomStep();
-
-            return held;
-        }
+        case Waveform::triangle: return shapes::triangle (readPhase);
+        case Waveform::sine: return static_cast<float> (std::sin (readPhase - shapes::quarterPi));
+        case Waveform::square: return shapes::square (readPhase);
+        case Waveform::rampDown: return shapes::rampDown (readPhase);
+        case Waveform::rampUp: return shapes::rampUp (readPhase);
+        case Waveform::sampleAndHold: return readRandomStep (readPhase);
         case Waveform::hyperTriangle:
-        {
-            const auto u = 0.5f - triangleAt (readPhase) * 0.5f;
-            return 1.0f - 2.0f * std::pow (u, hyperExponent);
-        }
+            return shapes::hyperTriangle (std::pow (shapes::hyperTriangleBase (readPhase), shapes::hyperExponent));
     }
 
     return 0.0f;
 }
 
+float QuilvaneLFO::readRandomStep (double readPhase) noexcept
+{
+    const auto wasFirstHalf = std::exchange (firstHalf, readPhase < shapes::pi);
+
+    if (firstHalf && ! wasFirstHalf)
+        drawRandomStep();
+
+    return held;
+}
+
 void QuilvaneLFO::next (float& out) noexcept
 {
-    const auto wave = readWaveform (readPhaseAndWrap());
+    const auto wave = readWaveform (readPhaseAndWrap (phase, phaseOffset));
 
     phase += increment;
     lagged -= (lagged - static_cast<double> (wave)) * lagCoefficient;

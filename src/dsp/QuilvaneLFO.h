@@ -10,6 +10,53 @@
 namespace quilvane
 {
 
+/** The waveforms over a phase from 0 to 2 pi, in the precision that the sound has. */
+namespace shapes
+{
+
+constexpr double pi = 3.141592653589793;
+constexpr double twoPi = 6.283185307179586;
+constexpr double oneOverPi = 0.3183098861837907;
+constexpr double twoOverPi = 0.6366197723675814;
+constexpr double threeHalvesPi = 4.71238898038469;
+constexpr double quarterPi = 0.7853981633974483;
+constexpr float hyperExponent = 1.5f;
+
+/** -1 at phase 0, 1 at pi. */
+inline float triangle (double phase) noexcept
+{
+    return phase < pi ? static_cast<float> (phase * twoOverPi - 1.0)
+                      : static_cast<float> ((threeHalvesPi - phase) * twoOverPi);
+}
+
+inline float square (double phase) noexcept
+{
+    return phase < pi ? 1.0f : -1.0f;
+}
+
+inline float rampDown (double phase) noexcept
+{
+    return static_cast<float> ((twoPi - phase) * oneOverPi - 1.0);
+}
+
+inline float rampUp (double phase) noexcept
+{
+    return static_cast<float> (phase * oneOverPi - 1.0);
+}
+
+/** What is raised to hyperExponent. */
+inline float hyperTriangleBase (double phase) noexcept
+{
+    return 0.5f - triangle (phase) * 0.5f;
+}
+
+inline float hyperTriangle (float power) noexcept
+{
+    return 1.0f - 2.0f * power;
+}
+
+} // namespace shapes
+
 /** One low-frequency oscillator, free-running or synced to the host's tempo.
 
     Bipolar output, -1 to 1, through a one-pole lag that rounds the steps of the square, the ramps
@@ -64,10 +111,27 @@ public:
     double getEffectiveRate() const noexcept { return effectiveRate; }
 
 private:
+    friend class FastOscillators;
+
     void updateIncrement();
     void drawRandomStep() noexcept;
-    double readPhaseAndWrap() noexcept;
+
+    /** Where the waveform is read, from 0 to 2 pi; takes a turn off a phase that is past one. */
+    static double readPhaseAndWrap (double& turning, double offset) noexcept
+    {
+        auto readPhase = turning + offset;
+
+        if (readPhase > shapes::twoPi)
+        {
+            turning -= shapes::twoPi;
+            readPhase -= shapes::twoPi;
+        }
+
+        return readPhase >= 0.0 ? readPhase : readPhase + shapes::twoPi;
+    }
+
     float readWaveform (double readPhase) noexcept;
+    float readRandomStep (double readPhase) noexcept;
 
     const SampleRateConstants& rateConstants;
     Waveform waveform = Waveform::triangle;

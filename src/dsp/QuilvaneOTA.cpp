@@ -18,6 +18,23 @@ constexpr double wetMixWithoutFeedback = 0.5;
 constexpr double wetMixPerFeedback = 0.1631578952074051;
 constexpr double loopHighPassPerFeedback = 0.88888;
 
+/** x^Exponent by squares, as the loop's gains are defined. */
+template <size_t Exponent>
+double power (double x)
+{
+    const auto x2 = x * x;
+
+    if constexpr (Exponent == 2)
+        return x2;
+
+    const auto x4 = x2 * x2;
+
+    if constexpr (Exponent == 4)
+        return x4;
+
+    return Exponent == 6 ? x4 * x2 : x4 * x4;
+}
+
 } // namespace
 
 QuilvaneOTA::QuilvaneOTA (const SampleRateConstants& constants, double factor) :
@@ -28,30 +45,20 @@ QuilvaneOTA::QuilvaneOTA (const SampleRateConstants& constants, double factor) :
 {
     const auto period = static_cast<double> (rateConstants.samplePeriodF) * (1.0 / oversampling);
 
-    for (auto* section : { &inputHighPass1, &inputHighPass2, &loopHighPass1, &loopHighPass2, &inputLowPass })
+    for (auto* section : { &inputHighPass, &inputLowPass, &loopHighPass, &allpass })
         section->setPeriod (period);
-
-    for (auto& section : allpass)
-        section.setPeriod (period);
 }
 
 void QuilvaneOTA::reset()
 {
     // With the period of construction, on purpose.
-    inputHighPass1.setCutoff (inputHighPassHz);
-    inputHighPass2.setCutoff (inputHighPassHz);
-    loopHighPass1.setCutoff (loopHighPassHz);
-    loopHighPass2.setCutoff (loopHighPassHz);
+    inputHighPass.setCutoff (inputHighPassHz);
+    loopHighPass.setCutoff (loopHighPassHz);
     inputLowPass.setCutoff (inputLowPassHz);
 
-    const auto period = static_cast<double> (rateConstants.samplePeriodF) / oversampling;
-
-    for (auto& section : allpass)
-    {
-        section.setPeriod (period);
-        section.state = 0.0;
-        section.tune();
-    }
+    allpass.setPeriod (static_cast<double> (rateConstants.samplePeriodF) / oversampling);
+    allpass.tune();
+    states.allpass.fill (0.0);
 
     smoothingCoefficient = static_cast<double> (rateConstants.rateScaleF) * smoothingBase;
     current = target;
@@ -59,13 +66,18 @@ void QuilvaneOTA::reset()
 
 void QuilvaneOTA::recoverSections() noexcept
 {
-    for (auto* section : { &inputHighPass1, &inputHighPass2, &loopHighPass1, &loopHighPass2, &inputLowPass })
-        if (! isUsableState (section->state))
-            section->state = 0.0;
+    const auto recover = [] (double& state)
+    {
+        if (! isUsableState (state))
+            state = 0.0;
+    };
 
-    for (auto& section : allpass)
-        if (! isUsableState (section.state))
-            section.state = 0.0;
+    for (auto* state : { &states.inputHighPass1, &states.inputHighPass2, &states.inputLowPass, &states.loopHighPass1,
+                         &states.loopHighPass2 })
+        recover (*state);
+
+    for (auto& state : states.allpass)
+        recover (state);
 }
 
 void QuilvaneOTA::setFeedback (float feedback) noexcept
@@ -77,28 +89,19 @@ void QuilvaneOTA::setFeedback (float feedback) noexcept
 
 void QuilvaneOTA::setFrequency (double hz) noexcept
 {
+    setTuning (hz, allpass.cutoff == hz ? allpass.warped : allpass.warp (hz));
+}
+
+void QuilvaneOTA::setTuning (double hz, double warped) noexcept
+{
     frequency = hz;
+    allpass.setTuning (hz, warped);
 
-    auto& first = allpass.front();
-    first.setCutoff (hz);
-
-    for (auto& section : allpass)
-        section.coefficient = first.coefficient;
-
-    const auto g = first.warped;
-    const auto invOnePlusG = 1.0 / (g + 1.0);
-    const auto allpassGain = invOnePlusG * g;
+    const auto invOnePlusG = 1.0 / (warped + 1.0);
+    const auto allpassGain = invOnePlusG * warped;
     stateGain = invOnePlusG + invOnePlusG;
     allpassCoefficient = allpassGain + allpassGain - 1.0;
-
-    const auto a2 = allpassCoefficient * allpassCoefficient;
-    const auto a4 = a2 * a2;
-    const auto a6 = a4 * a2;
-    const auto a8 = a4 * a4;
-    loopGain2 = 1.0 / (1.0 - a2 * current.feedback);
-    loopGain4 = 1.0 / (1.0 - a4 * current.feedback);
-    loopGain6 = 1.0 / (1.0 - a6 * current.feedback);
-    loopGain8 = 1.0 / (1.0 - a8 * current.feedback);
+    loopFeedback = current.feedback; // that before this sample's step of the smoothing
 }
 
 void QuilvaneOTA::smooth() noexcept
@@ -110,24 +113,27 @@ void QuilvaneOTA::smooth() noexcept
     step (current.wetMix, target.wetMix);
 }
 
+/** The chain of the first sections in its feedback loop. */
 template <size_t NumStages>
-double QuilvaneOTA::processLoop (double conditioned, double loopGain) noexcept
+double QuilvaneOTA::processLoop (double conditioned) noexcept
 {
     // The estimate of the chain's output, which closes the loop without a delay. The first section's
     // state has the weight 1 and the last one's a^(N-1): the reverse of the true output's weights.
-    auto estimate = allpass[NumStages - 1].state;
+    auto estimate = states.allpass[NumStages - 1];
 
     for (auto i = NumStages - 1; i-- > 0;)
-        estimate = allpass[i].state + allpassCoefficient * estimate;
+        estimate = states.allpass[i] + allpassCoefficient * estimate;
 
     estimate = estimate * stateGain * current.feedback;
 
+    const auto loopGain = 1.0 / (1.0 - power<NumStages> (allpassCoefficient) * loopFeedback);
     const auto u = (conditioned - estimate) * loopGain;
-    const auto highPassed = loopHighPass2.highPass (loopHighPass1.highPass (u));
+    const auto highPassed =
+        loopHighPass.highPass (loopHighPass.highPass (u, states.loopHighPass1), states.loopHighPass2);
     auto w = (highPassed - u) * loopHighPassAmount + u;
 
     for (size_t i = 0; i < NumStages; ++i)
-        w = allpass[i].allPass (w);
+        w = allpass.allPass (w, states.allpass[i]);
 
     return w;
 }
@@ -135,16 +141,18 @@ double QuilvaneOTA::processLoop (double conditioned, double loopGain) noexcept
 void QuilvaneOTA::process (double& sample) noexcept
 {
     const auto x = sample;
-    const auto c = inputLowPass.lowPass (inputHighPass2.highPass (inputHighPass1.highPass (x)));
+    const auto h1 = inputHighPass.highPass (x, states.inputHighPass1);
+    const auto h2 = inputHighPass.highPass (h1, states.inputHighPass2);
+    const auto c = inputLowPass.lowPass (h2, states.inputLowPass);
 
     const auto y = [&]
     {
         switch (stageCount)
         {
-            case 4: return processLoop<4> (c, loopGain4);
-            case 6: return processLoop<6> (c, loopGain6);
-            case 8: return processLoop<8> (c, loopGain8);
-            default: return processLoop<2> (c, loopGain2);
+            case 4: return processLoop<4> (c);
+            case 6: return processLoop<6> (c);
+            case 8: return processLoop<8> (c);
+            default: return processLoop<2> (c);
         }
     }();
 

@@ -4,7 +4,6 @@
 
 #include <array>
 
-#include "dsp/FilterState.h"
 #include "dsp/OversampleIIR.h"
 #include "dsp/SampleRateConstants.h"
 #include "dsp/TPTOnePole.h"
@@ -21,10 +20,15 @@ namespace quilvane
 
     The five fixed sections keep the tuning that they get for the rate at construction, whatever the
     rate later is: that is the sound. Driven by QuilvaneCore under its lock.
+
+    This is the statement of the network. Blocks of sound are run by FastNetwork, which does the same on the same
+    state; the two can take turns at any sample.
 */
 class QuilvaneOTA
 {
 public:
+    static constexpr size_t maximumStages = 8;
+
     /** @param oversampling the factor at which process() will be called */
     QuilvaneOTA (const SampleRateConstants&, double oversampling);
 
@@ -36,7 +40,12 @@ public:
     void recoverSections() noexcept;
 
     /** Any number but 4, 6 or 8 counts as 2. Sections left out keep their states. */
-    void setStageCount (int sections) noexcept { stageCount = sections; }
+    void setStageCount (int sections) noexcept
+    {
+        stageCount = sections == 4 || sections == 6 || sections == 8 ? sections : 2;
+    }
+
+    int getStageCount() const noexcept { return stageCount; }
 
     /** @param mix of the whole effect, from 0 (input) to 1 */
     void setMix (float mix) noexcept { target.mix = static_cast<double> (mix); }
@@ -58,11 +67,15 @@ public:
     double getFrequency() const noexcept { return frequency; }
 
 private:
-    static constexpr size_t maximumStages = 8;
+    friend class FastNetwork;
 
-    /** The weights of all-pass states and the loop gain that belong to one number of stages. */
-    template <size_t NumStages>
-    double processLoop (double conditioned, double loopGain) noexcept;
+    /** The integrators of all sections. */
+    struct States
+    {
+        double inputHighPass1 = 0.0, inputHighPass2 = 0.0, inputLowPass = 0.0;
+        double loopHighPass1 = 0.0, loopHighPass2 = 0.0;
+        std::array<double, maximumStages> allpass {};
+    };
 
     struct Smoothed
     {
@@ -71,17 +84,22 @@ private:
         double wetMix = 0.0; // of the conditioned input and the all-passes
     };
 
+    /** Takes a frequency whose prewarped gain is known. */
+    void setTuning (double hz, double warped) noexcept;
+
+    template <size_t NumStages>
+    double processLoop (double conditioned) noexcept;
+
     const SampleRateConstants& rateConstants;
     const double oversampling;
 
+    States states;
     Smoothed current, target;
     double smoothingBase;
     double smoothingCoefficient;
 
-    TPTOnePole inputHighPass1, inputHighPass2;
-    TPTOnePole loopHighPass1, loopHighPass2;
-    TPTOnePole inputLowPass;
-    std::array<TPTOnePole, maximumStages> allpass;
+    TPTOnePole inputHighPass, inputLowPass, loopHighPass; // the high-passes come in pairs
+    TPTOnePole allpass;
 
     int stageCount = 2;
     double frequency = 1000.0; // Hz
@@ -89,10 +107,7 @@ private:
 
     double stateGain = 0.0;          // b = 2 / (g + 1)
     double allpassCoefficient = 0.0; // a = 2 G - 1
-    double loopGain2 = 1.0;          // 1 / (1 - a^N feedback)
-    double loopGain4 = 1.0;
-    double loopGain6 = 1.0;
-    double loopGain8 = 1.0;
+    double loopFeedback = 0.0;       // the feedback that the loop's gain was made for
 };
 
 //==============================================================================

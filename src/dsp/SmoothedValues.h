@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <algorithm>
 #include <array>
 
 #include "dsp/SampleRateConstants.h"
@@ -33,6 +34,35 @@ public:
     {
         for (size_t i = 0; i < Size; ++i)
             current[i] -= (current[i] - target[i]) * step;
+    }
+
+    /** Some steps, and the values after each of them, by index and step.
+        @param numSteps at least 1, and at most MaximumSteps */
+    template <size_t MaximumSteps>
+    void advance (std::array<std::array<float, MaximumSteps>, Size>& values, int numSteps) noexcept
+    {
+        const auto before = current;
+        advance();
+
+        if (current == before) // and so at every further step
+        {
+            for (size_t i = 0; i < Size; ++i)
+                std::fill_n (values[i].begin(), numSteps, current[i]);
+
+            return;
+        }
+
+        auto moving = current;
+
+        for (size_t n = 0; n < static_cast<size_t> (numSteps); ++n)
+        {
+            for (size_t i = 0; i < Size; ++i)
+            {
+                values[i][n] = moving[i];
+                current[i] = moving[i];
+                moving[i] -= (moving[i] - target[i]) * step;
+            }
+        }
     }
 
     /** After a change of the sample rate: the new step, and all values at their targets. */

@@ -4,12 +4,10 @@
 
 #include <cmath>
 
-#include "dsp/SampleRateConstants.h"
-
 namespace quilvane
 {
 
-/** A first-order filter section with one state: low-pass, high-pass or all-pass.
+/** The tuning of a first-order filter section with one state, which its owner keeps: low-pass, high-pass or all-pass.
 
     It is the trapezoidal integrator in a feedback loop that is solved without a delay, as in the
     virtual-analogue literature ("topology-preserving transform"): with the prewarped gain g,
@@ -26,7 +24,6 @@ struct TPTOnePole
     double halfPeriod = 0.0;
     double coefficient = 0.0; // G
     double warped = 0.0;      // g
-    double state = 0.0;
 
     void setPeriod (double seconds) noexcept
     {
@@ -35,24 +32,28 @@ struct TPTOnePole
         halfPeriod = period * 0.5;
     }
 
-    /** Recomputes g and G for the present cut-off and period. */
-    void tune() noexcept
+    /** g for a cut-off in Hz. */
+    double warp (double hz) const noexcept { return std::tan (hz * twoPi * halfPeriod) * twoOverPeriod * halfPeriod; }
+
+    /** Takes a cut-off whose g is known. */
+    void setTuning (double hz, double g) noexcept
     {
-        warped = std::tan (cutoff * twoPi * halfPeriod) * twoOverPeriod * halfPeriod;
+        cutoff = hz;
+        warped = g;
         coefficient = warped / (warped + 1.0);
     }
+
+    /** Recomputes g and G for the present cut-off and period. */
+    void tune() noexcept { setTuning (cutoff, warp (cutoff)); }
 
     /** Takes a cut-off in Hz; nothing is recomputed if it is the present one. */
     void setCutoff (double hz) noexcept
     {
-        if (cutoff == hz)
-            return;
-
-        cutoff = hz;
-        tune();
+        if (cutoff != hz)
+            setTuning (hz, warp (hz));
     }
 
-    double lowPass (double x) noexcept
+    double lowPass (double x, double& state) const noexcept
     {
         const auto v = (x - state) * coefficient;
         const auto low = state + v;
@@ -60,11 +61,11 @@ struct TPTOnePole
         return low;
     }
 
-    double highPass (double x) noexcept { return x - lowPass (x); }
+    double highPass (double x, double& state) const noexcept { return x - lowPass (x, state); }
 
-    double allPass (double x) noexcept
+    double allPass (double x, double& state) const noexcept
     {
-        const auto low = lowPass (x);
+        const auto low = lowPass (x, state);
         return low - (x - low);
     }
 };

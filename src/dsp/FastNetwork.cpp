@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "dsp/FastNetwork.h"
+
+#include <algorithm>
+
+namespace quilvane
+{
+
+template <typename Network, size_t NumSides, typename Function>
+void FastNetwork::forEachState (Network* const (&sides)[NumSides], Kernels::Network& kernel,
+                                Function&& function) noexcept
+{
+    const auto hand = [&] (auto&& select, double* place)
+    {
+        for (size_t side = 0; side < NumSides; ++side)
+            function (select (*sides[side]), place[side]);
+
+        return place + NumSides;
+    };
+
+    using States = QuilvaneOTA::States;
+    using Smoothed = QuilvaneOTA::Smoothed;
+
+    const auto handState = [&] (double States::*state, double* place)
+    {
+        return hand ([=] (Network& n) -> double& { return n.states.*state; }, place);
+    };
+
+    handState (&States::inputLowPass,
+               handState (&States::inputHighPass2, handState (&States::inputHighPass1, kernel.input)));
+    handState (&States::loopHighPass2, handState (&States::loopHighPass1, kernel.loop));
+
+    auto* allpass = kernel.allpass;
+
+    for (size_t i = 0; i < static_cast<size_t> (sides[0]->getStageCount()); ++i)
+        allpass = hand ([=] (Network& n) -> double& { return n.states.allpass[i]; }, allpass);
+
+    const auto handSmoothed = [&] (double Smoothed::*value, double* place)
+    {
+        hand ([=] (Network& n) -> double& { return n.current.*value; }, place);
+    };
+
+    handSmoothed (&Smoothed::mix, kernel.mix);
+    handSmoothed (&Smoothed::feedback, kernel.feedback);
+    handSmoothed (&Smoothed::wetMix, kernel.wetMix);
+
+    auto* up = kernel.up;
+    auto* down = kernel.down;
+
+    for (size_t i = 0; i < sides[0]->filters.up.size(); ++i)
+    {
+        up = hand ([=] (Network& n) -> double& { return n.filters.up[i].x; }, up);
+        up = hand ([=] (Network& n) -> double& { return n.filters.up[i].yA; }, up);
+        up = hand ([=] (Network& n) -> double& { return n.filters.up[i].yB; }, up);
+        down = hand ([=] (Network& n) -> double& { return n.filters.down[i].first; }, down);
+        down = hand ([=] (Network& n) -> double& { return n.filters.down[i].second; }, down);
+        down = hand ([=] (Network& n) -> double& { return n.filters.down[i].yB; }, down);
+        down = hand ([=] (Network& n) -> double& { return n.filters.down[i].yA; }, down);
+    }
+}
+
+template <typename Network, size_t NumSides>
+void FastNetwork::run (const Kernels& kernels, Network* const (&sides)[NumSides], const float* hz, double* samples,
+                       int numSamples) noexcept
+{
+    const auto& first = *sides[0];
+    const auto count = static_cast<size_t> (numSamples) * NumSides;
+
+    alignas (32) double warped[2 * maximumSamples];
+    const auto scale = TPTOnePole::twoPi * first.allpass.halfPeriod;
+
+    if (static_cast<double> (*std::max_element (hz, hz + count)) * scale <= Kernels::warpLimit)
+        kernels.warp (hz, scale, first.allpass.twoOverPeriod * first.allpass.halfPeriod, warped, (count + 3) / 4 * 4);
+    else
+        std::transform (hz, hz + count, warped, [&] (float f) { return first.allpass.warp (static_cast<double> (f)); });
+
+    Kernels::Network kernel;
+    kernel.inputHighPassGain = first.inputHighPass.coefficient;
+    kernel.inputLowPassGain = first.inputLowPass.coefficient;
+    kernel.loopHighPassGain = first.loopHighPass.coefficient;
+    kernel.loopHighPassAmount = first.loopHighPassAmount;
+    kernel.mixTarget = first.target.mix;
+    kernel.feedbackTarget = first.target.feedback;
+    kernel.wetMixTarget = first.target.wetMix;
+    kernel.smoothingCoefficient = first.smoothingCoefficient;
+
+    forEachState (sides, kernel, [] (const double& value, double& place) { place = value; });
+
+    const auto stages = first.filters.up.size() - 3;
+    kernels.networks[NumSides - 1][stages][first.getStageCount() / 2 - 1](kernel, warped, samples, numSamples);
+
+    forEachState (sides, kernel, [] (double& value, const double& place) { value = place; });
+
+    for (size_t side = 0; side < NumSides; ++side)
+    {
+        const auto last = count - NumSides + side;
+        sides[side]->setTuning (static_cast<double> (hz[last]), warped[last]);
+    }
+}
+
+#define QUILVANE_INSTANTIATE(Network)                                                                        \
+ template void FastNetwork::run (const Kernels&, Network* const(&)[1], const float*, double*, int) noexcept; \
+ template void FastNetwork::run (const Kernels&, Network* const(&)[2], const float*, double*, int) noexcept;
+
+QUILVANE_INSTANTIATE (QuilvaneOTA_Normal)
+QUILVANE_INSTANTIATE (QuilvaneOTA_High)
+
+} // namespace quilvane

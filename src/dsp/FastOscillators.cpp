@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "dsp/FastOscillators.h"
+
+#include <algorithm>
+
+namespace quilvane
+{
+
+namespace
+{
+
+// Radians per sample, up to which no phase leaves the range of the kernels.
+constexpr double fastestIncrement = 1.0;
+
+} // namespace
+
+void FastOscillators::readWaveforms (const Kernels& kernels, const Pair& pair, const double* rightOffsets,
+                                     Pairs<float>& waves, size_t numSamples) noexcept
+{
+    alignas (32) Pairs<double> phases;
+    const auto count = 2 * numSamples, paddedCount = (count + 3) / 4 * 4;
+
+    auto leftPhase = pair[0]->phase, rightPhase = pair[1]->phase;
+    const auto leftIncrement = pair[0]->increment, rightIncrement = pair[1]->increment;
+
+    for (size_t i = 0; i < numSamples; ++i)
+    {
+        phases[2 * i] = QuilvaneLFO::readPhaseAndWrap (leftPhase, 0.0);
+        phases[2 * i + 1] = QuilvaneLFO::readPhaseAndWrap (rightPhase, rightOffsets[i]);
+        leftPhase += leftIncrement;
+        rightPhase += rightIncrement;
+    }
+
+    pair[0]->phase = leftPhase;
+    pair[1]->phase = rightPhase;
+    std::fill (phases.begin() + count, phases.begin() + paddedCount, 0.0);
+
+    const auto read = [&] (auto&& shape)
+    { std::transform (phases.begin(), phases.begin() + count, waves.begin(), shape); };
+    const auto isSlow = leftIncrement >= 0.0 && leftIncrement <= fastestIncrement;
+
+    switch (pair[0]->waveform)
+    {
+        case QuilvaneLFO::Waveform::triangle: return read (shapes::triangle);
+        case QuilvaneLFO::Waveform::square: return read (shapes::square);
+        case QuilvaneLFO::Waveform::rampDown: return read (shapes::rampDown);
+        case QuilvaneLFO::Waveform::rampUp: return read (shapes::rampUp);
+
+        case QuilvaneLFO::Waveform::sine:
+            if (isSlow)
+                return kernels.sine (phases.data(), waves.data(), paddedCount);
+
+            break;
+
+        case QuilvaneLFO::Waveform::hyperTriangle:
+            if (isSlow)
+            {
+                std::transform (phases.begin(), phases.begin() + paddedCount, waves.begin(), shapes::hyperTriangleBase);
+                kernels.powerOneAndAHalf (waves.data(), waves.data(), paddedCount);
+                std::transform (waves.begin(), waves.begin() + count, waves.begin(), shapes::hyperTriangle);
+                return;
+            }
+
+            break;
+
+        case QuilvaneLFO::Waveform::sampleAndHold: break;
+    }
+
+    for (size_t i = 0; i < count; ++i)
+        waves[i] = pair[i % 2]->readWaveform (phases[i]);
+}
+
+void FastOscillators::process (const Kernels& kernels, const Pair& firstPair, const Pair& secondPair,
+                               const double* rightOffsets, Pairs<float>& first, Pairs<float>& second,
+                               int numSamples) noexcept
+{
+    const auto size = static_cast<size_t> (numSamples);
+    readWaveforms (kernels, firstPair, rightOffsets, first, size);
+    readWaveforms (kernels, secondPair, rightOffsets, second, size);
+
+    // The lags of all four take turns, because a step of each waits for its last one.
+    const std::array<QuilvaneLFO*, 4> lfos { firstPair[0], firstPair[1], secondPair[0], secondPair[1] };
+    std::array<double, 4> lagged {};
+    const auto coefficient = lfos[0]->lagCoefficient;
+
+    for (size_t k = 0; k < lfos.size(); ++k)
+        lagged[k] = lfos[k]->lagged;
+
+    const auto step = [&] (size_t k, float& wave)
+    {
+        lagged[k] -= (lagged[k] - static_cast<double> (wave)) * coefficient;
+        wave = (static_cast<float> (lagged[k]) + 1.0f) * 0.5f;
+    };
+
+    for (size_t i = 0; i < 2 * size; i += 2)
+    {
+        step (0, first[i]);
+        step (1, first[i + 1]);
+        step (2, second[i]);
+        step (3, second[i + 1]);
+    }
+
+    for (size_t k = 0; k < lfos.size(); ++k)
+        lfos[k]->lagged = lagged[k];
+}
+
+} // namespace quilvane

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <cstddef>
+
+namespace quilvane
+{
+
+/** The inner loops of the phaser, as this processor runs them fastest. They are compiled once for every x86-64 (or
+    whatever else the program is built for) and once more for AVX2 with fused multiply-add; the choice is made when
+    they are first asked for.
+
+    Arrays of two sides are interleaved: left, right, left, right. Nothing here allocates, waits, or keeps anything.
+*/
+struct Kernels
+{
+    /** Samples at the base rate that one call takes at most. */
+    static constexpr int maximumSamples = 64;
+
+    static constexpr int maximumSides = 2;
+    static constexpr int maximumOversamplingStages = 4;
+    static constexpr int maximumSections = 8;
+
+    /** What a network runs on: its state, both sides interleaved, as FastNetwork gathers it from the sides; and what
+        stands still during the call. Of one side alone, each array has one value for a pair. */
+    struct Network
+    {
+        // Fixed sections: G, and their integrators.
+        double inputHighPassGain, inputLowPassGain, loopHighPassGain;
+        double input[3 * maximumSides]; // high-passes, low-pass
+        double loop[2 * maximumSides];
+        double allpass[maximumSections * maximumSides];
+
+        // Oversampling filters: x, yA, yB of each interpolator; first, second, yB, yA of each decimator.
+        double up[3 * maximumOversamplingStages * maximumSides];
+        double down[4 * maximumOversamplingStages * maximumSides];
+
+        // Smoothed values, one step for each sample.
+        double mix[maximumSides], feedback[maximumSides], wetMix[maximumSides];
+        double mixTarget, feedbackTarget, wetMixTarget, smoothingCoefficient;
+
+        double loopHighPassAmount;
+    };
+
+    /** Runs one side or both.
+        @param warped the prewarped gain g of the all-passes for each sample; padded to pairs
+        @param samples at the base rate, in place and at unit gain */
+    using RunNetwork = void (*) (Network&, const double* warped, double* samples, int numSamples);
+
+    /** By number of sides - 1, stages of oversampling - 3, and half the number of sections - 1. */
+    RunNetwork networks[2][2][4];
+
+    /** g = tan (scale * hz) * gain, for arguments of the tangent from 0 to warpLimit.
+        @param count a multiple of 4; at most 2 * maximumSamples, like in all that follow */
+    void (*warp) (const float* hz, double scale, double gain, double* warped, size_t count);
+    static constexpr double warpLimit = 0.115;
+
+    /** sin (phase - 45 degrees), for phases from 0 to 2 pi, rounded to float as the library's sine is. */
+    void (*sine) (const double* phases, float* waves, size_t count);
+
+    /** u^1.5, for u from 0 to 1, rounded as the library's power is. */
+    void (*powerOneAndAHalf) (const float* u, float* powers, size_t count);
+
+    /** 13.75 * 2^exponent, rounded to float as with the library's power. */
+    void (*frequency) (const float* exponents, float* hz, size_t count);
+
+    /** Those for this processor. */
+    static const Kernels& get() noexcept;
+
+    /** Those for any processor that the program runs on. */
+    static const Kernels& getBaseline() noexcept;
+};
+
+} // namespace quilvane

@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+
+#include "dsp/Kernels.h"
+
+// The vectors of the compilers' own (GCC's and Clang's vector extensions), which compile for any processor, and the
+// functions of the control values on them. Included by the sources that are compiled for one kind of processor each,
+// so everything stands in a namespace of the source's own.
+
+namespace quilvane
+{
+namespace
+{
+
+using Double2 = double __attribute__ ((vector_size (16)));
+using Double4 = double __attribute__ ((vector_size (32)));
+using Float4 = float __attribute__ ((vector_size (16)));
+using Int4 = int32_t __attribute__ ((vector_size (16)));
+using Long4 = int64_t __attribute__ ((vector_size (32)));
+
+#define QUILVANE_INLINE inline __attribute__ ((always_inline))
+
+template <typename Vector>
+QUILVANE_INLINE Vector loadVector (const void* source)
+{
+    Vector v;
+    std::memcpy (&v, source, sizeof (v));
+    return v;
+}
+
+template <typename Vector>
+QUILVANE_INLINE void storeVector (void* destination, Vector v)
+{
+    std::memcpy (destination, &v, sizeof (v));
+}
+
+/** A polynomial by Horner's rule, the highest coefficient first. */
+template <size_t Size>
+QUILVANE_INLINE Double4 polynomial (const double (&coefficients)[Size], Double4 x)
+{
+    auto sum = Double4 {} + coefficients[0];
+
+    for (size_t i = 1; i < Size; ++i)
+        sum = sum * x + coefficients[i];
+
+    return sum;
+}
+
+/** The nearest whole number, in the low bits of the sum; for magnitudes below 2^50. */
+constexpr double roundingOffset = 6755399441055744.0; // 1.5 * 2^52
+
+/** Rounds to float what is known to `relativeError`. Where a value lies so near to the middle between two floats
+    that the error might decide, `exact (index)` does. */
+template <typename Exact>
+QUILVANE_INLINE Float4 roundExactly (Double4 v, double relativeError, Exact&& exact)
+{
+    const auto error = v * relativeError;
+    const auto low = __builtin_convertvector(v - error, Float4), high = __builtin_convertvector(v + error, Float4);
+    const Int4 differ = low != high; // NaN too
+    auto result = low;
+
+    if ((differ[0] | differ[1] | differ[2] | differ[3]) != 0)
+        for (int i = 0; i < 4; ++i)
+            if (differ[i] != 0)
+                result[i] = exact (i);
+
+    return result;
+}
+
+// Twice what rounding can do to the polynomials and to the library's functions, which are good to one last place.
+constexpr double polynomialError = 1.0 / (1ull << 50);
+
+// The library's power of floats is good to 0.52 places of float.
+constexpr double floatPowerError = 1.0 / (1u << 28);
+
+//==============================================================================
+// sin x / x in x^2 by Taylor's series: below 2e-18 for |x| up to pi/2.
+constexpr double sineCoefficients[] {
+    1.9572941063391263e-20, -8.22063524662433e-18,  2.8114572543455206e-15, -7.647163731819816e-13,
+    1.6059043836821613e-10, -2.505210838544172e-08, 2.7557319223985893e-06, -0.0001984126984126984,
+    0.008333333333333333,   -0.16666666666666666,
+};
+
+void sine (const double* phases, float* waves, size_t count)
+{
+    constexpr double quarterPi = 0.7853981633974483, oneOverPi = 0.3183098861837907;
+    constexpr double pi = 3.141592653589793, piRest = 1.2246467991473532e-16; // pi in two parts
+
+    for (size_t i = 0; i < count; i += 4)
+    {
+        const auto x = loadVector<Double4> (phases + i) - quarterPi;
+        const auto shifted = x * oneOverPi + roundingOffset;
+        const auto turns = shifted - roundingOffset;
+        const auto y = (x - turns * pi) - turns * piRest;
+        const auto y2 = y * y;
+        const auto value = polynomial (sineCoefficients, y2) * (y2 * y) + y;
+
+        // Odd half turns change the sign.
+        const auto sign = reinterpret_cast<Long4> (shifted) << 63;
+        const auto signedValue = reinterpret_cast<Double4> (reinterpret_cast<Long4> (value) ^ sign);
+
+        storeVector (waves + i, roundExactly (signedValue, polynomialError,
+                                              [&] (int lane) { return static_cast<float> (std::sin (x[lane])); }));
+    }
+}
+
+void powerOneAndAHalf (const float* u, float* powers, size_t count)
+{
+    for (size_t i = 0; i < count; i += 4)
+    {
+        const auto x = __builtin_convertvector(loadVector<Float4> (u + i), Double4);
+        const Double4 root { std::sqrt (x[0]), std::sqrt (x[1]), std::sqrt (x[2]), std::sqrt (x[3]) };
+
+        storeVector (powers + i,
+                     roundExactly (x * root, floatPowerError,
+                                   [&] (int lane) { return std::pow (static_cast<float> (x[lane]), 1.5f); }));
+    }
+}
+
+// 2^x by the series of e^(x ln 2): below 5e-18 for |x| up to 1/2.
+constexpr double exponentialCoefficients[] {
+    1.3691488853904128e-12, 2.5678435993488206e-11,
+    4.4455382718708116e-10, 7.054911620801123e-09,
+    1.01780860092397e-07,   1.321548679014431e-06,
+    1.5252733804059841e-05, 0.0001540353039338161,
+    0.0013333558146428443,  0.009618129107628477,
+    0.05550410866482158,    0.24022650695910072,
+    0.6931471805599453,     1.0,
+};
+
+void frequency (const float* exponents, float* hz, size_t count)
+{
+    constexpr double lowest = 13.75, limit = 1000.0;
+
+    for (size_t i = 0; i < count; i += 4)
+    {
+        const auto e = __builtin_convertvector(loadVector<Float4> (exponents + i), Double4);
+        const auto limited = e > limit ? Double4 {} + limit : e < -limit ? Double4 {} - limit : e;
+        const auto shifted = limited + roundingOffset;
+        const auto whole = shifted - roundingOffset;
+        const auto fraction = polynomial (exponentialCoefficients, limited - whole);
+        const auto power =
+            reinterpret_cast<Double4> (reinterpret_cast<Long4> (fraction) + (reinterpret_cast<Long4> (shifted) << 52));
+
+        storeVector (hz + i,
+                     roundExactly (power * lowest, polynomialError,
+                                   [&] (int lane) { return static_cast<float> (std::pow (2.0, e[lane]) * lowest); }));
+    }
+}
+
+// tan x / x in x^2 by Taylor's series: below 1e-18 for |x| up to 0.115.
+constexpr double tangentCoefficients[] {
+    929569.0 / 638512875.0, 21844.0 / 6081075.0, 1382.0 / 155925.0, 62.0 / 2835.0, 17.0 / 315.0, 2.0 / 15.0, 1.0 / 3.0,
+};
+
+void warp (const float* hz, double scale, double gain, double* warped, size_t count)
+{
+    for (size_t i = 0; i < count; i += 4)
+    {
+        const auto x = __builtin_convertvector(loadVector<Float4> (hz + i), Double4) * scale;
+        const auto x2 = x * x;
+        storeVector (warped + i, (polynomial (tangentCoefficients, x2) * (x2 * x) + x) * gain);
+    }
+}
+
+} // namespace
+} // namespace quilvane
