@@ -9,16 +9,27 @@
 namespace quilvane
 {
 
-GlassRailEffectCore::GlassRailEffectCore (const SampleRateConstants& constants) : rateConstants (constants)
-{
-    constexpr auto centre = 0.5 * static_cast<double> (meterTableSize);
+GlassRailEffectCore::GlassRailEffectCore (const SampleRateConstants& constants) : rateConstants (constants) {}
 
-    for (size_t i = 0; i < meterTableSize; ++i)
+const GlassRailEffectCore::MeterTable& GlassRailEffectCore::getMeterTable()
+{
+    static const auto table = []
     {
-        const auto magnitude = std::abs ((static_cast<double> (i) - centre) * 0.01);
-        const auto decibelPart = magnitude > 0.0 ? std::log10 (magnitude) * 0.6666666666666666 : -10.666666666666666;
-        meterTable[i] = juce::jlimit (0.0, 1.0, decibelPart + 0.8);
-    }
+        constexpr auto centre = 0.5 * static_cast<double> (meterTableSize);
+        MeterTable levels {};
+
+        for (size_t i = 0; i < meterTableSize; ++i)
+        {
+            const auto magnitude = std::abs ((static_cast<double> (i) - centre) * 0.01);
+            const auto decibelPart =
+                magnitude > 0.0 ? std::log10 (magnitude) * 0.6666666666666666 : -10.666666666666666;
+            levels[i] = static_cast<float> (juce::jlimit (0.0, 1.0, decibelPart + 0.8));
+        }
+
+        return levels;
+    }();
+
+    return table;
 }
 
 void GlassRailEffectCore::prepare (bool) {}
@@ -32,16 +43,6 @@ void GlassRailEffectCore::songPositionChanged (double) {}
 void GlassRailEffectCore::processStereo (const float*, const float*, float*, float*, int, bool) {}
 
 void GlassRailEffectCore::processMono (float*, int, bool) {}
-
-float GlassRailEffectCore::getMeterLevel (float sample) const noexcept
-{
-    // The limits come first, in an order that sends NaN to the bottom: not every float is an int.
-    const auto position = sample * 100.0f + 200.0f;
-    constexpr auto last = static_cast<float> (meterTableSize - 1);
-    const auto index = position >= last ? meterTableSize - 1 : (position > 0.0f ? static_cast<size_t> (position) : 0);
-
-    return static_cast<float> (meterTable[index]);
-}
 
 void GlassRailEffectCore::publishMeters (float left, float right) noexcept
 {

@@ -58,7 +58,16 @@ public:
 
 protected:
     /** The meter's level of one sample: 0 up to -24 dB, 0.8 at full scale, 1 from +6 dB. */
-    float getMeterLevel (float sample) const noexcept;
+    float getMeterLevel (float sample) const noexcept
+    {
+        // The limits come first, in an order that sends NaN to the bottom: not every float is an int.
+        const auto position = sample * 100.0f + 200.0f;
+        constexpr auto last = static_cast<float> (meterTableSize - 1);
+        const auto index =
+            position >= last ? meterTableSize - 1 : (position > 0.0f ? static_cast<std::size_t> (position) : 0);
+
+        return meterTable[index];
+    }
 
     void publishMeters (float left, float right) noexcept;
 
@@ -67,11 +76,15 @@ protected:
 private:
     static constexpr std::size_t meterTableSize = 400;
 
+    using MeterTable = std::array<float, meterTableSize>;
+
+    /** Levels of the samples from -2 to 2, in steps of 0.01; the same for all. */
+    static const MeterTable& getMeterTable();
+
     std::atomic<float> leftMeter { 0.0f };
     std::atomic<float> rightMeter { 0.0f };
 
-    // Levels of the samples from -2 to 2, in steps of 0.01.
-    std::array<double, meterTableSize> meterTable {};
+    const MeterTable& meterTable = getMeterTable();
 };
 
 } // namespace quilvane

@@ -204,10 +204,21 @@ void QuilvaneCore::lfoParameterChanged (const Parameter& parameter, QuilvaneLFO 
 }
 
 //==============================================================================
-void QuilvaneCore::runGate (Side& side, const float* input, Run<bool>& isActive, int numSamples) const noexcept
+bool QuilvaneCore::runGate (Side& side, const float* input, Run<bool>& isActive, int numSamples) const noexcept
 {
     auto active = side.active;
     auto envelope = side.envelope;
+    bool isAnyLoud = false, isAnyActive = false, isAnyAsleep = false;
+
+    for (int i = 0; i < numSamples; ++i)
+        isAnyLoud |= std::abs (input[i]) > wakeThreshold;
+
+    // Asleep, and nothing wakes it: what the envelope falls to doesn't matter.
+    if (! active && ! isAnyLoud)
+    {
+        std::fill_n (isActive.begin(), numSamples, false);
+        return true;
+    }
 
     for (size_t i = 0; i < static_cast<size_t> (numSamples); ++i)
     {
@@ -223,10 +234,13 @@ void QuilvaneCore::runGate (Side& side, const float* input, Run<bool>& isActive,
             active = false;
 
         isActive[i] = active;
+        isAnyActive |= active;
+        isAnyAsleep |= ! active;
     }
 
     side.active = active;
     side.envelope = envelope;
+    return isAnyActive != isAnyAsleep;
 }
 
 void QuilvaneCore::runControls (Controls& controls, int numSamples) noexcept
@@ -290,14 +304,20 @@ void QuilvaneCore::processSides (const std::array<Side*, NumSides>& sides, size_
             samples[side][i + static_cast<size_t> (start)] = static_cast<float> (sound[i * NumSides + side]);
 }
 
-void QuilvaneCore::updateMeter (Side& side, float output) const noexcept
+void QuilvaneCore::runMeters (const float* outputLeft, const float* outputRight, int numSamples) noexcept
 {
-    const auto level = getMeterLevel (output);
+    // Both at once: each step waits for the last one of its side.
+    auto holdLeft = left.meterHold, holdRight = right.meterHold;
+    const auto decay = rateConstants.meterDecayF;
 
-    if (level > side.meterHold)
-        side.meterHold = level;
+    for (int i = 0; i < numSamples; ++i)
+    {
+        holdLeft = std::max (holdLeft, getMeterLevel (outputLeft[i])) * decay;
+        holdRight = std::max (holdRight, getMeterLevel (outputRight[i])) * decay;
+    }
 
-    side.meterHold *= rateConstants.meterDecayF;
+    left.meterHold = holdLeft;
+    right.meterHold = holdRight;
 }
 
 void QuilvaneCore::processRun (const float* inLeft, const float* inRight, float* outLeft, float* outRight,
@@ -307,8 +327,8 @@ void QuilvaneCore::processRun (const float* inLeft, const float* inRight, float*
     runControls (controls, numSamples);
 
     Run<bool> leftActive, rightActive;
-    runGate (left, inLeft, leftActive, numSamples);
-    runGate (right, inRight, rightActive, numSamples);
+    const auto leftIsUniform = runGate (left, inLeft, leftActive, numSamples);
+    const auto rightIsUniform = runGate (right, inRight, rightActive, numSamples);
 
     // Both inputs are read before anything is written: the buffers may be the same.
     Run<float> samplesLeft, samplesRight;
@@ -321,6 +341,9 @@ void QuilvaneCore::processRun (const float* inLeft, const float* inRight, float*
     for (int start = 0, end = 0; start < numSamples; start = end)
     {
         const auto active = isActive (start);
+
+        if (leftIsUniform && rightIsUniform)
+            end = numSamples;
 
         while (end < numSamples && isActive (end) == active)
             ++end;
@@ -344,9 +367,9 @@ void QuilvaneCore::processRun (const float* inLeft, const float* inRight, float*
         const auto gain = controls.modulation[outputGain][i];
         outLeft[i] = samplesLeft[i] * gain;
         outRight[i] = samplesRight[i] * gain;
-        updateMeter (left, outLeft[i]);
-        updateMeter (right, outRight[i]);
     }
+
+    runMeters (outLeft, outRight, numSamples);
 
     const auto last = 2 * static_cast<size_t> (numSamples - 1);
     lfo1Value.store (controls.lfo1[last], std::memory_order_relaxed);

@@ -84,8 +84,9 @@ private:
                      int numSamples) noexcept;
     void runControls (Controls&, int numSamples) noexcept;
 
-    /** Which samples of a side are to be run. */
-    void runGate (Side&, const float* input, Run<bool>& isActive, int numSamples) const noexcept;
+    /** Which samples of a side are to be run.
+        @returns whether all of them are, or none */
+    bool runGate (Side&, const float* input, Run<bool>& isActive, int numSamples) const noexcept;
 
     /** Samples during which the same sides are active, in place.
         @param sides index of the first, and how many */
@@ -93,7 +94,7 @@ private:
     void processSides (const std::array<Side*, NumSides>&, size_t firstSide, const Controls&,
                        const std::array<float*, NumSides>& samples, int start, int end) noexcept;
 
-    void updateMeter (Side&, float output) const noexcept;
+    void runMeters (const float* outputLeft, const float* outputRight, int numSamples) noexcept;
 
     const Kernels& kernels = Kernels::get();
     int quality = 0; // 0 normal, 1 high

@@ -25,8 +25,7 @@ constexpr float hyperExponent = 1.5f;
 /** -1 at phase 0, 1 at pi. */
 inline float triangle (double phase) noexcept
 {
-    return phase < pi ? static_cast<float> (phase * twoOverPi - 1.0)
-                      : static_cast<float> ((threeHalvesPi - phase) * twoOverPi);
+    return static_cast<float> (phase < pi ? phase * twoOverPi - 1.0 : (threeHalvesPi - phase) * twoOverPi);
 }
 
 inline float square (double phase) noexcept

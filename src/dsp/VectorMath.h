@@ -75,8 +75,9 @@ QUILVANE_INLINE Float4 roundExactly (Double4 v, double relativeError, Exact&& ex
 // Twice what rounding can do to the polynomials and to the library's functions, which are good to one last place.
 constexpr double polynomialError = 1.0 / (1ull << 50);
 
-// The library's power of floats is good to 0.52 places of float.
-constexpr double floatPowerError = 1.0 / (1u << 28);
+// The library's power of floats isn't always rounded to the nearest. For all floats from 2^-31 to 1, glibc 2.36 rounds
+// to the other side only where the exact value lies within 2^-33.1 of the middle.
+constexpr double floatPowerError = 1.0 / (1ull << 32);
 
 //==============================================================================
 // sin x / x in x^2 by Taylor's series: below 2e-18 for |x| up to pi/2.
