@@ -3,9 +3,22 @@
 #include "dsp/FastNetwork.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace quilvane
 {
+
+namespace
+{
+
+/** In one go, as the kernels load them: a load of what two stores have written waits for both to be done. */
+void storePair (double* place, double a, double b)
+{
+    const double pair[] { a, b };
+    std::memcpy (place, pair, sizeof (pair));
+}
+
+} // namespace
 
 template <typename Network, size_t NumSides, typename Function>
 void FastNetwork::forEachState (Network* const (&sides)[NumSides], Kernels::Network& kernel,
@@ -13,8 +26,10 @@ void FastNetwork::forEachState (Network* const (&sides)[NumSides], Kernels::Netw
 {
     const auto hand = [&] (auto&& select, double* place)
     {
-        for (size_t side = 0; side < NumSides; ++side)
-            function (select (*sides[side]), place[side]);
+        if constexpr (NumSides == 2)
+            function (select (*sides[0]), select (*sides[1]), place);
+        else
+            function (select (*sides[0]), place);
 
         return place + NumSides;
     };
@@ -85,12 +100,18 @@ void FastNetwork::run (const Kernels& kernels, Network* const (&sides)[NumSides]
     kernel.wetMixTarget = first.target.wetMix;
     kernel.smoothingCoefficient = first.smoothingCoefficient;
 
-    forEachState (sides, kernel, [] (const double& value, double& place) { place = value; });
+    if constexpr (NumSides == 2)
+        forEachState (sides, kernel, [] (double a, double b, double* place) { storePair (place, a, b); });
+    else
+        forEachState (sides, kernel, [] (double value, double* place) { *place = value; });
 
     const auto stages = first.filters.up.size() - 3;
     kernels.networks[NumSides - 1][stages][first.getStageCount() / 2 - 1](kernel, warped, samples, numSamples);
 
-    forEachState (sides, kernel, [] (double& value, const double& place) { value = place; });
+    if constexpr (NumSides == 2)
+        forEachState (sides, kernel, [] (double& a, double& b, const double* place) { a = place[0], b = place[1]; });
+    else
+        forEachState (sides, kernel, [] (double& value, const double* place) { value = *place; });
 
     for (size_t side = 0; side < NumSides; ++side)
     {

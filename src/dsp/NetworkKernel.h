@@ -95,6 +95,9 @@ private:
     static constexpr int factor = 1 << Stages;
 
     static QUILVANE_INLINE V load (const double* p) { return loadVector<V> (p); }
+
+    /** Two values that were stored one by one: a single load would wait until both stores are done. */
+    static QUILVANE_INLINE W loadPair (const double* p) { return L::join (load (p), load (p + Sides)); }
     static QUILVANE_INLINE W twice (V v) { return L::join (v, v); }
 
     QUILVANE_INLINE explicit NetworkKernel (Kernels::Network& n) :
@@ -165,7 +168,7 @@ private:
             auto* const history = network.up + stage * 3 * Sides;
             auto* const result = buffers[stage % 2];
             auto previous = twice (load (history));
-            auto y = loadVector<W> (history + Sides);
+            auto y = loadPair (history + Sides);
 
             for (int i = 0; i < 1 << stage; ++i)
             {
@@ -193,13 +196,12 @@ private:
         {
             auto* const history = network.down + stage * 4 * Sides;
             auto* const result = buffers[(stage + 1) % 2];
-            auto previous = loadVector<W> (history);
-            auto y = loadVector<W> (history + 2 * Sides);
+            auto previous = loadPair (history);
+            auto y = loadPair (history + 2 * Sides);
 
             for (int i = 0; i < 1 << stage; ++i)
             {
-                // Loaded as they were stored: a wider load would wait for both stores to be done.
-                const auto x = L::join (load (source + 2 * i * Sides), load (source + (2 * i + 1) * Sides));
+                const auto x = loadPair (source + 2 * i * Sides);
                 y = halfBandStep (coefficients, x, previous, y);
                 storeVector (result + i * Sides, L::lower (y) + L::upper (y));
                 previous = x;
