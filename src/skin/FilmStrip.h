@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "skin/SkinElement.h"
+#include "skin/SkinFile.h"
 
 namespace quilvane
 {
@@ -29,6 +30,7 @@ public:
 
     bool isValid() const noexcept { return image.isValid(); }
     int getNumFrames() const noexcept { return frames; }
+    const juce::Image& getImage() const noexcept { return image; }
     int getFrameWidth() const noexcept { return image.getWidth(); }
     int getFrameHeight() const noexcept { return height; }
 
@@ -57,5 +59,12 @@ private:
     int frames = 1;
     int height = 0;
 };
+
+/** The strip that an element names by two of its attributes; one frame where the number is missing. */
+inline FilmStrip readStrip (const juce::XmlElement& element, const char* nameAttribute, const char* framesAttribute,
+                            SkinFile& skin)
+{
+    return { skin.getImage (element.getStringAttribute (nameAttribute)), element.getIntAttribute (framesAttribute, 1) };
+}
 
 } // namespace quilvane
