@@ -37,9 +37,11 @@ public:
     /** Draws a frame at its own size, unscaled; nothing for a number that the strip hasn't. */
     void draw (juce::Graphics& g, int frame, juce::Point<int> position = {}) const
     {
-        if (juce::isPositiveAndBelow (frame, frames))
-            g.drawImageAt (image.getClippedImage ({ 0, frame * height, image.getWidth(), height }), position.x,
-                           position.y);
+        if (! juce::isPositiveAndBelow (frame, frames))
+            return;
+
+        g.setOpacity (1.0f); // which images take from the colour that was set last
+        g.drawImageAt (image.getClippedImage ({ 0, frame * height, image.getWidth(), height }), position.x, position.y);
     }
 
     /** The frame that stands for a value from 0 to 1: floor (value (numFrames - 1) + 1/2), the sum in single

@@ -173,8 +173,7 @@ private:
 
     void paintTile (juce::Graphics& g, int index) const
     {
-        constexpr float plateFontHeight = 12.0f;
-        constexpr int plateHeight = 14;
+        constexpr float largestFont = 12.0f, shareOfTile = 0.35f;
         constexpr float faint = 0.25f;
 
         const auto tile = getTile (index);
@@ -186,27 +185,29 @@ private:
 
             if (box.showValues)
             {
-                const auto plate = tile.withTop (juce::jmax (tile.getY(), tile.getBottom() - plateHeight));
+                // On a plate at the foot of the tile.
+                const auto font = juce::jmin (largestFont, shareOfTile * static_cast<float> (tile.getHeight()));
+                const auto plate = tile.withTop (tile.getBottom() - juce::roundToInt (font * 1.2f));
                 g.setColour (juce::Colours::black.withAlpha (0.7f));
                 g.fillRect (plate);
                 g.setColour (juce::Colours::white);
-                g.setFont (plateFontHeight);
+                g.setFont (font);
                 g.drawFittedText (texts[index], plate.reduced (2, 0), juce::Justification::centred, 1);
             }
         }
         else
             Fallbacks::paintItem (g, tile, texts[index]);
 
+        g.setColour (accent);
+
+        if (index == box.currentIndex)
+            g.drawRect (tile.reduced (2), 1);
+
         if (index == highlighted)
         {
+            g.drawRect (tile, 2);
             g.setColour (accent.withAlpha (faint));
             g.fillRect (tile);
-        }
-
-        if (index == highlighted || index == box.currentIndex)
-        {
-            g.setColour (accent);
-            g.drawRect (tile, index == highlighted ? 2 : 1);
         }
     }
 

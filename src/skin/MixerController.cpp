@@ -17,7 +17,7 @@ namespace
 constexpr int defaultThumb = 16;   // pixels
 constexpr float wheelStep = 0.15f; // of the range, as sliders take it
 
-/** One of two numbers that a comma separates. */
+/** One of two numbers that a comma separates; 0 if it's missing. */
 int readGap (const juce::StringArray& numbers, int index)
 {
     return juce::jlimit (0, maximumControlSize, numbers[index].getIntValue());
@@ -178,7 +178,7 @@ juce::Point<int> MixerController::getSliderSize() const
     // The room there is.
     const auto numChannels = juce::jmax (1, sliderFrames.size());
     const auto displayRoom = displayStrip.isValid() ? gapY + displayStrip.getFrameHeight() : 0;
-    return { juce::jmax (1, (getWidth() - (numChannels - 1) * gapX) / numChannels),
+    return { juce::jmax (1, (getWidth() - (numChannels + 1) * gapX) / numChannels),
              juce::jmax (1, getHeight() - gapY - displayRoom) };
 }
 
@@ -188,7 +188,7 @@ void MixerController::layOut()
 
     for (int i = 0; i < sliderFrames.size(); ++i)
     {
-        const juce::Rectangle<int> slider (i * (size.x + gapX), gapY, size.x, size.y);
+        const juce::Rectangle<int> slider (gapX + i * (size.x + gapX), gapY, size.x, size.y);
         sliderFrames[i]->setBounds (slider);
 
         auto* display = displayFrames[i];
@@ -196,7 +196,7 @@ void MixerController::layOut()
         display->setTopLeftPosition (slider.getCentreX() - display->getWidth() / 2, slider.getBottom() + gapY);
     }
 
-    const auto corner = sliderFrames.isEmpty() ? juce::Point<int> (0, gapY) : sliderFrames[0]->getPosition();
+    const auto corner = sliderFrames.isEmpty() ? juce::Point<int> (gapX, gapY) : sliderFrames[0]->getPosition();
     masterSlider.setBounds (corner.x, corner.y, getWidth(), sliderStrip.isValid() ? size.y : getHeight());
 }
 

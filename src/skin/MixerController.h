@@ -10,6 +10,7 @@ namespace quilvane
 {
 
 /** A row of channels, one for each of its parameters: a slider of a strip, and under it a display of another strip.
+    The gaps are to the left of each channel, and above each slider and each display.
 
     A press on a slider gives its channel the value at the mouse, and a drag goes on with that channel alone. With Ctrl
     held at the press, a drag moves all channels together, each from where it stood; those that reach an end wait
