@@ -63,10 +63,11 @@ struct Fallbacks
     static void paintComboBox (juce::Graphics& g, juce::Rectangle<int> area, const juce::String& text)
     {
         constexpr float arrowWidth = 8.0f, arrowHeight = 5.0f;
+        constexpr int arrowRoom = 20;
 
         paintItem (g, area, text);
 
-        const auto place = area.removeFromRight (juce::jmin (area.getWidth(), area.getHeight())).toFloat();
+        const auto place = area.removeFromRight (arrowRoom).toFloat();
         const auto arrow = place.withSizeKeepingCentre (arrowWidth, arrowHeight);
         juce::Path path;
         path.addTriangle (arrow.getTopLeft(), arrow.getTopRight(), { arrow.getCentreX(), arrow.getBottom() });

@@ -173,42 +173,45 @@ private:
 
     void paintTile (juce::Graphics& g, int index) const
     {
-        constexpr float largestFont = 12.0f, shareOfTile = 0.35f;
         constexpr float faint = 0.25f;
 
         const auto tile = getTile (index);
         const auto accent = findColour (DefaultLookAndFeel::accentId);
 
         if (box.strip.isValid())
-        {
             box.strip.draw (g, index, tile.getPosition());
-
-            if (box.showValues)
-            {
-                // On a plate at the foot of the tile.
-                const auto font = juce::jmin (largestFont, shareOfTile * static_cast<float> (tile.getHeight()));
-                const auto plate = tile.withTop (tile.getBottom() - juce::roundToInt (font * 1.2f));
-                g.setColour (juce::Colours::black.withAlpha (0.7f));
-                g.fillRect (plate);
-                g.setColour (juce::Colours::white);
-                g.setFont (font);
-                g.drawFittedText (texts[index], plate.reduced (2, 0), juce::Justification::centred, 1);
-            }
-        }
         else
             Fallbacks::paintItem (g, tile, texts[index]);
 
-        g.setColour (accent);
-
-        if (index == box.currentIndex)
-            g.drawRect (tile.reduced (2), 1);
-
         if (index == highlighted)
         {
-            g.drawRect (tile, 2);
             g.setColour (accent.withAlpha (faint));
             g.fillRect (tile);
         }
+
+        if (box.strip.isValid() && box.showValues)
+            paintValue (g, tile, texts[index]);
+
+        g.setColour (accent);
+
+        if (index == highlighted)
+            g.drawRect (tile, 2);
+        else if (index == box.currentIndex)
+            g.drawRect (tile.reduced (1), 1);
+    }
+
+    /** On a plate at the foot of the tile, where it can be read over any image. */
+    static void paintValue (juce::Graphics& g, juce::Rectangle<int> tile, const juce::String& text)
+    {
+        constexpr float largestFont = 12.0f, shareOfTile = 0.35f;
+
+        const auto font = juce::jmin (largestFont, shareOfTile * static_cast<float> (tile.getHeight()));
+        const auto plate = tile.withTop (tile.getBottom() - juce::roundToInt (font * 1.3f));
+        g.setColour (juce::Colours::black.withAlpha (0.7f));
+        g.fillRect (plate);
+        g.setColour (juce::Colours::white);
+        g.setFont (font);
+        g.drawFittedText (text, plate.reduced (2, 1), juce::Justification::centred, 1);
     }
 
     ImageComboBox& box;

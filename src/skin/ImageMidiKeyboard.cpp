@@ -30,6 +30,7 @@ ImageMidiKeyboard::ImageMidiKeyboard (const juce::String& controlName) :
 {
     setName (controlName);
     setBlackNoteWidthProportion (blackKeyWidth);
+    setOctaveForMiddleC (5); // as note displays name it
 }
 
 void ImageMidiKeyboard::readFromXml (const juce::XmlElement& element, SkinFile& skin)

@@ -199,7 +199,7 @@ private:
     static void drawStages (juce::Graphics& g, Area area, int frame, int numFrames)
     {
         drawCell (g, area, {});
-        area = area.reduced (4, 5).removeFromTop (18);
+        area = area.reduced (4, 3).removeFromTop (18);
 
         for (int i = 0; i < 2 * numFrames; ++i)
         {
@@ -212,8 +212,10 @@ private:
 
     static void drawMixer (juce::Graphics& g, Area area, int, int)
     {
-        drawCell (g, area, {});
         g.setColour (middle);
+        g.fillRect (area);
+        g.setColour (dark);
+        g.drawRect (area, 1);
 
         // Marks at both sides of each channel.
         for (const auto x : { 11, 33, 43, 65 })
