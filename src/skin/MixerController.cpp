@@ -235,6 +235,7 @@ Parameter* MixerController::getParameterAt (const juce::MouseEvent& e, juce::Com
 std::vector<ParameterTarget::Part> MixerController::getParts()
 {
     std::vector<Part> parts;
+    parts.reserve (getNumParameters());
 
     for (int i = 0; i < sliderFrames.size(); ++i)
         parts.push_back ({ sliderFrames[i], getParameter (static_cast<size_t> (i)) });
@@ -265,6 +266,8 @@ void MixerController::mouseDown (const juce::MouseEvent& e)
 
     if (e.mods.isCtrlDown())
     {
+        valuesAtStart.reserve (getNumParameters());
+
         for (size_t i = 0; i < getNumParameters(); ++i)
         {
             valuesAtStart.push_back (getParameter (i)->getNormalised());

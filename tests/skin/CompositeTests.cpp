@@ -19,7 +19,7 @@ namespace
 class Composites : public SkinTest
 {
 protected:
-    ~Composites() override
+    void TearDown() override
     {
         // A panel goes before what it lies on.
         for (auto* name : { "Stages Number", "LFO 1 Depth", "LFO 2 Depth", "FX" })
