@@ -295,8 +295,7 @@ TEST_F (Composites, AKeyboardShowsItsImagesWhereTheyAre)
     // C, C sharp, two without an image, and E.
     buildOne ("MidiKeyboard", "firstKey=\"60\" lastKey=\"64\"",
               size (60, 40) + "<Keys>" + key (2, 3, "12x30x3", 3) + key (10, 3, "8x15x2", 2, "left=\"1\" right=\"2\"")
-                  + "<Key/><Key/>" + key (50, 3, "8x30x3", 3) + key (0, 0, "60x40x1", 1)
-                  + "</Keys>");
+                  + "<Key/><Key/>" + key (50, 3, "8x30x3", 3) + key (0, 0, "60x40x1", 1) + "</Keys>");
     auto& keyboard = control<ImageMidiKeyboard>();
     const auto frameOf = [&] (int x, int y) { return frameAt (paint (keyboard), x, y); };
 
