@@ -25,6 +25,9 @@ set (juce_modules
 
 target_link_libraries (quilvane_juce PRIVATE ${juce_modules} juce_vst2_sdk)
 
+# Two classes of a module that would bring the system's sound devices with it.
+target_sources (quilvane_juce PRIVATE ${CMAKE_CURRENT_LIST_DIR}/JuceKeyboard.cpp)
+
 # The codecs that the modules leave to the system.
 target_link_libraries (quilvane_juce INTERFACE
     PkgConfig::AUDIO_CODECS PkgConfig::IMAGE_CODECS ${CMAKE_DL_LIBS} Threads::Threads rt)

@@ -10,8 +10,10 @@
 #include "skin/NumericDisplay.h"
 #include "skin/SkinElement.h"
 #include "skin/SkinFile.h"
+#include "skin/TextInput.h"
 #include "support/Mouse.h"
 #include "support/SkinBytes.h"
+#include "support/TestDesktop.h"
 
 extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size);
 
@@ -19,6 +21,7 @@ namespace
 {
 
 using namespace quilvane;
+using test::FloatingDesktop;
 using test::SkinMembers;
 
 constexpr auto skinName = "Fuzzed";
@@ -37,10 +40,14 @@ juce::String makeImageDocument()
 {
     juce::String controls;
 
-    for (const auto* tag : { "Knob", "Switch", "Animation", "Button", "ToggleButton", "MultiStateButton", "Display",
-                             "Rocker", "Panel", "MidiChannelDisplay", "PitchBender", "ImageComboBox", "Mixer" })
-        controls << "<" << tag << " name=\"x\" background=\"i\"><gfx resource=\"i\" framesNum=\"3\" fontHeight=\"4\"/>"
-                 << "<size width=\"9\" height=\"9\"/></" << tag << ">";
+    for (const auto* tag :
+         { "Knob", "Switch", "Animation", "Button", "ToggleButton", "MultiStateButton", "Display", "Rocker", "Panel",
+           "MidiChannelDisplay", "PitchBender", "ImageComboBox", "Mixer", "MidiKeyboard" })
+        controls
+            << "<" << tag << " name=\"x\" background=\"i\">"
+            << "<gfx resource=\"i\" framesNum=\"3\" fontHeight=\"4\"><image strip=\"slider\" name=\"i\" frames=\"3\"/>"
+            << "</gfx><Keys><Key><gfx resource=\"i\" framesNum=\"3\"/></Key></Keys><param name=\"Stages Number\"/>"
+            << "<parameters><param name=\"FX\"/></parameters><size width=\"9\" height=\"9\"/></" << tag << ">";
 
     return "<PluginEditor><Fonts><font typeface=\"Face\" file=\"i\"/></Fonts>"
            + test::makeDocument ({}, "<size width=\"64\" height=\"64\"/><controls>" + controls + "</controls>")
@@ -80,12 +87,36 @@ void pressKeys (GFXDisplay& display)
     require (! display.isBeingEdited());
 }
 
-/** Presses, drags and releases, with and without Ctrl. */
+/** Moves over the picker that is open, and takes one of its tiles. */
+void usePicker (FloatingDesktop& desktop)
+{
+    auto* picker = desktop.layer.getShown();
+
+    if (picker == nullptr)
+        return;
+
+    juce::Image canvas (juce::Image::ARGB, canvasSize, canvasSize, true);
+    juce::Graphics g (canvas);
+    picker->paintEntireComponent (g, true);
+
+    Mouse mouse (*picker);
+    picker->mouseMove (mouse.event ({ picker->getWidth() - 1, picker->getHeight() - 1 }, false));
+
+    for (const auto code : { juce::KeyPress::upKey, juce::KeyPress::downKey, juce::KeyPress::leftKey })
+        picker->keyPressed (juce::KeyPress (code));
+
+    mouse.press ({ picker->getWidth() / 2, picker->getHeight() / 2 });
+    juce::ModifierKeys::currentModifiers = {};
+}
+
+/** Presses, drags and releases, with and without Ctrl; then clicks, and types where a click opens an editor. */
 void useControls (juce::Component& component)
 {
     constexpr int mostCells = 11; // of a number: a sign and ten digits
 
     require (component.getWidth() <= mostCells * maximumControlSize && component.getHeight() <= maximumControlSize);
+
+    component.mouseWheelMove (Mouse (component).event ({ 1, 1 }, false), { 0.0f, 0.5f, false, false, false });
 
     for (const auto modifiers : { 0, static_cast<int> (juce::ModifierKeys::ctrlModifier) })
     {
@@ -98,10 +129,24 @@ void useControls (juce::Component& component)
         mouse.drag ({ 3, component.getHeight() + 40 });
         mouse.drag ({ component.getWidth() - 1, -30 });
         mouse.release ({ component.getWidth() / 2, component.getHeight() / 2 });
+
+        if (auto* desktop = component.findParentComponentOfClass<FloatingDesktop>())
+            usePicker (*desktop);
     }
 
-    for (auto* child : component.getChildren())
-        useControls (*child);
+    Mouse (component).click();
+    component.mouseDoubleClick (Mouse (component).event ({ 1, 1 }, false));
+
+    if (auto* input = dynamic_cast<TextInput*> (&component))
+        if (auto* editor = input->getOpenEditor())
+            editor->setText ("1e30");
+
+    // What was opened by that may go, and what is edited lies elsewhere for a while.
+    const auto children = component.getChildren();
+
+    for (auto* child : children)
+        if (component.getChildren().contains (child))
+            useControls (*child);
 }
 
 void paint (GFXPanel& panel)
@@ -128,6 +173,8 @@ int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
     if (const auto panel = skin.loadEditorPanel())
     {
         skin.getTypeface ("Face", false);
+        FloatingDesktop desktop;
+        desktop.addAndMakeVisible (*panel);
         paint (*panel);
         useControls (*panel);
         paint (*panel);
@@ -137,6 +184,7 @@ int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
 
         paint (*panel);
         panel->endPendingGesture();
+        desktop.removeAllChildren();
     }
 
     plugin.check();

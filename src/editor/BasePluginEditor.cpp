@@ -246,15 +246,15 @@ void BasePluginEditor::timerTick (bool isShown)
         midiActivityDisplay->flash (activityMs);
 }
 
-GUIController* BasePluginEditor::findController (juce::Component* component) const
+ParameterTarget* BasePluginEditor::findTarget (juce::Component* component) const
 {
     if (skinPanel == nullptr || component == nullptr || ! skinPanel->isParentOf (component))
         return nullptr;
 
     // A part of a control stands for the control.
     for (; component != nullptr && component != skinPanel.get(); component = component->getParentComponent())
-        if (auto* controller = dynamic_cast<GUIController*> (component))
-            return controller;
+        if (auto* target = dynamic_cast<ParameterTarget*> (component))
+            return target;
 
     return nullptr;
 }
@@ -272,18 +272,18 @@ void BasePluginEditor::mouseDown (const juce::MouseEvent& e)
         resetControl (e, true);
     else if (e.mods.isRightButtonDown())
     {
-        auto* controller = findController (e.originalComponent);
-        auto* source = dynamic_cast<juce::Component*> (controller); // a control of several parts gives the one hit
+        auto* target = findTarget (e.originalComponent);
+        auto* source = dynamic_cast<juce::Component*> (target); // a control of several parts gives the one hit
 
-        if (auto* parameter = controller != nullptr ? controller->getParameterAt (e, &source) : nullptr)
+        if (auto* parameter = target != nullptr ? target->getParameterAt (e, &source) : nullptr)
             windows.showParameterInfo (*parameter, *source, false);
     }
 }
 
 Parameter* BasePluginEditor::findParameterAt (const juce::MouseEvent& e) const
 {
-    auto* controller = findController (e.originalComponent);
-    return controller != nullptr ? controller->getParameterAt (e, nullptr) : nullptr;
+    auto* target = findTarget (e.originalComponent);
+    return target != nullptr ? target->getParameterAt (e, nullptr) : nullptr;
 }
 
 void BasePluginEditor::mouseDoubleClick (const juce::MouseEvent& e)
@@ -294,12 +294,12 @@ void BasePluginEditor::mouseDoubleClick (const juce::MouseEvent& e)
 
 void BasePluginEditor::resetControl (const juce::MouseEvent& e, bool forced)
 {
-    auto* controller = findController (e.originalComponent);
+    auto* target = findTarget (e.originalComponent);
 
-    if (controller == nullptr || ! (forced || controller->canResetParameter()))
+    if (target == nullptr || ! (forced || target->canResetParameterAt (e)))
         return;
 
-    auto* parameter = controller->getParameterAt (e, nullptr);
+    auto* parameter = target->getParameterAt (e, nullptr);
 
     if (parameter == nullptr)
         return;
@@ -324,8 +324,14 @@ void BasePluginEditor::showParameterValue (const Parameter& parameter)
 //==============================================================================
 void BasePluginEditor::controllerValueChanged (GUIController& controller)
 {
-    if (auto* parameter = controller.getParameter(); parameter != nullptr && ! windows.isParameterInfoOpen())
-        showParameterValue (*parameter);
+    if (auto* parameter = controller.getParameter())
+        controllerParameterMoved (*parameter);
+}
+
+void BasePluginEditor::controllerParameterMoved (Parameter& parameter)
+{
+    if (! windows.isParameterInfoOpen())
+        showParameterValue (parameter);
 }
 
 void BasePluginEditor::controllerEvent (GUIController& controller, int eventId)
@@ -341,8 +347,7 @@ void BasePluginEditor::controllerEvent (GUIController& controller, int eventId)
 
     plugin.actionHook (eventId);
 
-    if (auto* parameter = controller.getParameter(); parameter != nullptr && ! windows.isParameterInfoOpen())
-        showParameterValue (*parameter);
+    controllerValueChanged (controller);
 }
 
 } // namespace quilvane

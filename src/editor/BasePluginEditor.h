@@ -124,6 +124,7 @@ protected:
     // GUIController::Listener and Parameter::Listener.
     void controllerValueChanged (GUIController&) override;
     void controllerEvent (GUIController&, int eventId) override;
+    void controllerParameterMoved (Parameter&) override;
     void parameterChanged (Parameter&) override {}
 
     /** A control of the panel by its name and class, null if there is none. */
@@ -147,7 +148,7 @@ private:
     void closeWindows();
     void browsePresets();
     void savePreset();
-    GUIController* findController (juce::Component*) const;
+    ParameterTarget* findTarget (juce::Component*) const;
     void setWantedSkin (const juce::String&);
     void selectAdjacentPreset (int eventId);
     void browserOpened (ContentBrowser&) override;

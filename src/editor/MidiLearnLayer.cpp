@@ -38,15 +38,15 @@ void MidiLearnLayer::collect (juce::Component& parent, const juce::Component& ro
         if (! child->isVisible())
             continue;
 
-        auto* controller = dynamic_cast<GUIController*> (child);
-        auto* parameter = controller != nullptr ? controller->getParameter() : nullptr;
+        auto* target = dynamic_cast<ParameterTarget*> (child);
         bool accepts = false, acceptsChildren = false;
         child->getInterceptsMouseClicks (accepts, acceptsChildren);
 
         // What only shows a value, beside what moves it, isn't chosen.
-        if (parameter != nullptr && parameter->isAutomatable() && accepts
-            && dynamic_cast<GFXDisplay*> (child) == nullptr)
-            targets.push_back ({ child, parameter, root.getLocalArea (child, child->getLocalBounds()) });
+        if (target != nullptr && accepts && dynamic_cast<GFXDisplay*> (child) == nullptr)
+            for (const auto& [part, parameter] : target->getParts())
+                if (parameter->isAutomatable())
+                    targets.push_back ({ part, parameter, root.getLocalArea (part, part->getLocalBounds()) });
 
         collect (*child, root);
     }

@@ -43,11 +43,11 @@ std::unique_ptr<juce::Component> create (const juce::String& name, const juce::X
     if constexpr (std::is_base_of_v<GUIController, Control>)
     {
         if (auto* parameter = control->GUIController::getParameter())
-        {
             control->updateFromParameter (*parameter);
-            control->setTitle (parameter->getName()); // for screen readers
-        }
     }
+
+    for (const auto& part : control->getParts())
+        part.component->setTitle (part.parameter->getName()); // for screen readers
 
     return control;
 }

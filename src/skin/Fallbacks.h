@@ -44,6 +44,37 @@ struct Fallbacks
         g.setFont (static_cast<float> (cell.getHeight()) * 0.75f);
         g.drawText (text, cell, juce::Justification::centred, false);
     }
+
+    /** A white field in a grey frame with black text. */
+    static void paintItem (juce::Graphics& g, juce::Rectangle<int> area, const juce::String& text)
+    {
+        constexpr int margin = 4;
+
+        g.setColour (juce::Colours::white);
+        g.fillRect (area);
+        g.setColour (juce::Colour (0xffb3b3b3));
+        g.drawRect (area, 1);
+        g.setColour (juce::Colours::black);
+        g.setFont (textHeight);
+        g.drawFittedText (text, area.reduced (margin, 0), juce::Justification::centredLeft, 1);
+    }
+
+    /** The same with an arrow that points down. */
+    static void paintComboBox (juce::Graphics& g, juce::Rectangle<int> area, const juce::String& text)
+    {
+        constexpr float arrowWidth = 8.0f, arrowHeight = 5.0f;
+        constexpr int arrowRoom = 20;
+
+        paintItem (g, area, text);
+
+        const auto place = area.removeFromRight (arrowRoom).toFloat();
+        const auto arrow = place.withSizeKeepingCentre (arrowWidth, arrowHeight);
+        juce::Path path;
+        path.addTriangle (arrow.getTopLeft(), arrow.getTopRight(), { arrow.getCentreX(), arrow.getBottom() });
+        g.fillPath (path);
+    }
+
+    static constexpr float textHeight = 13.0f;
 };
 
 } // namespace quilvane

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "skin/SkinElement.h"
+#include "skin/SkinFile.h"
 
 namespace quilvane
 {
@@ -29,15 +30,18 @@ public:
 
     bool isValid() const noexcept { return image.isValid(); }
     int getNumFrames() const noexcept { return frames; }
+    const juce::Image& getImage() const noexcept { return image; }
     int getFrameWidth() const noexcept { return image.getWidth(); }
     int getFrameHeight() const noexcept { return height; }
 
     /** Draws a frame at its own size, unscaled; nothing for a number that the strip hasn't. */
     void draw (juce::Graphics& g, int frame, juce::Point<int> position = {}) const
     {
-        if (juce::isPositiveAndBelow (frame, frames))
-            g.drawImageAt (image.getClippedImage ({ 0, frame * height, image.getWidth(), height }), position.x,
-                           position.y);
+        if (! juce::isPositiveAndBelow (frame, frames))
+            return;
+
+        g.setOpacity (1.0f); // which images take from the colour that was set last
+        g.drawImageAt (image.getClippedImage ({ 0, frame * height, image.getWidth(), height }), position.x, position.y);
     }
 
     /** The frame that stands for a value from 0 to 1: floor (value (numFrames - 1) + 1/2), the sum in single
@@ -57,5 +61,12 @@ private:
     int frames = 1;
     int height = 0;
 };
+
+/** The strip that an element names by two of its attributes; one frame where the number is missing. */
+inline FilmStrip readStrip (const juce::XmlElement& element, const char* nameAttribute, const char* framesAttribute,
+                            SkinFile& skin)
+{
+    return { skin.getImage (element.getStringAttribute (nameAttribute)), element.getIntAttribute (framesAttribute, 1) };
+}
 
 } // namespace quilvane

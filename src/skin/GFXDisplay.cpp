@@ -100,7 +100,7 @@ void GFXDisplay::setText (const juce::String& newText)
 //==============================================================================
 void GFXDisplay::mouseDown (const juce::MouseEvent& e)
 {
-    if (! isEnabled() || e.mods.isRightButtonDown() || e.mods.isShiftDown())
+    if (! isEnabled() || belongsToEditor (e.mods))
         return;
 
     // A window that is given the focus passes it on to any field that wants it; only a click begins an edit.

@@ -61,7 +61,7 @@ void GFXMultiStateButton::show (int state)
 
 void GFXMultiStateButton::clicked (const juce::ModifierKeys& mods)
 {
-    if (mods.isShiftDown() || mods.isRightButtonDown())
+    if (belongsToEditor (mods))
         return;
 
     if (mods.isCtrlDown() && onClickWithCtrlEvent != noEvent)

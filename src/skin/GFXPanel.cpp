@@ -5,6 +5,7 @@
 #include "skin/ControlFactory.h"
 #include "skin/SkinElement.h"
 #include "skin/SkinFile.h"
+#include "skin/SkinParameterController.h"
 
 namespace quilvane
 {
@@ -47,6 +48,8 @@ void GFXPanel::forEachController (Callback&& callback)
     for (auto* control : controls)
         if (auto* controller = dynamic_cast<GUIController*> (control))
             callback (*controller);
+        else if (auto* other = dynamic_cast<SkinParameterController*> (control))
+            callback (*other);
 }
 
 void GFXPanel::addListener (GUIController::Listener* listener)

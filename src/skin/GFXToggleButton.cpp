@@ -54,7 +54,7 @@ void GFXToggleButton::updateFromParameter (Parameter& parameter)
 //==============================================================================
 void GFXToggleButton::mouseDown (const juce::MouseEvent& e)
 {
-    if (e.mods.isRightButtonDown() || e.mods.isShiftDown())
+    if (belongsToEditor (e.mods))
         return;
 
     if (! linkMuted && getParameter() != nullptr)
@@ -72,7 +72,7 @@ void GFXToggleButton::mouseDown (const juce::MouseEvent& e)
 
 void GFXToggleButton::mouseDrag (const juce::MouseEvent& e)
 {
-    if (e.mods.isRightButtonDown() || e.mods.isShiftDown())
+    if (belongsToEditor (e.mods))
         return;
 
     juce::Button::mouseDrag (e);

@@ -48,6 +48,14 @@ Parameter* GUIController::getParameterAt (const juce::MouseEvent&, juce::Compone
     return linkedParameter;
 }
 
+std::vector<ParameterTarget::Part> GUIController::getParts()
+{
+    if (linkedParameter == nullptr)
+        return {};
+
+    return { { dynamic_cast<juce::Component*> (this), linkedParameter } };
+}
+
 void GUIController::setParameter (Parameter& newParameter)
 {
     if (linkedParameter == &newParameter)

@@ -7,6 +7,7 @@
 #include "parameters/ListenerArray.h"
 #include "parameters/Parameter.h"
 #include "skin/BlinkingComponent.h"
+#include "skin/ParameterTarget.h"
 
 namespace quilvane
 {
@@ -20,7 +21,7 @@ class SkinFile;
     the component side. Values flow down from the user by the protected operations, and up from the parameter, on
     the message thread, by updateFromParameter(), which shows the value without writing it back.
 */
-class GUIController : public Parameter::Listener, public BlinkingComponent
+class GUIController : public Parameter::Listener, public BlinkingComponent, public ParameterTarget
 {
 public:
     class Listener
@@ -34,6 +35,9 @@ public:
 
         /** @param eventId a number of the plug-in's EventsMap */
         virtual void controllerEvent (GUIController&, int /*eventId*/) {}
+
+        /** The user moved a parameter on a control of the panel that is no GUIController. */
+        virtual void controllerParameterMoved (Parameter&) {}
     };
 
     GUIController() = default;
@@ -49,9 +53,10 @@ public:
     /** Shows a parameter's value. */
     virtual void updateFromParameter (Parameter&) {}
 
-    /** The parameter under the mouse, null for none.
-        @param component set to the part that shows it, if the control has several and this isn't null */
-    virtual Parameter* getParameterAt (const juce::MouseEvent&, juce::Component** component);
+    // Of the linked parameter, for the whole control. A control of several parts gives the one under the mouse.
+    Parameter* getParameterAt (const juce::MouseEvent&, juce::Component** component) override;
+    bool canResetParameterAt (const juce::MouseEvent&) override { return paramReset; }
+    std::vector<Part> getParts() override;
 
     virtual void addListener (Listener*);
     virtual void removeListener (Listener*);

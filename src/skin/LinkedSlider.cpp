@@ -5,16 +5,6 @@
 namespace quilvane
 {
 
-namespace
-{
-
-bool belongsToEditor (const juce::MouseEvent& e)
-{
-    return e.mods.isShiftDown() || e.mods.isRightButtonDown();
-}
-
-} // namespace
-
 LinkedSlider::LinkedSlider (const juce::String& controlName, double interval) :
     juce::Slider (juce::Slider::RotaryVerticalDrag, juce::Slider::NoTextBox)
 {
@@ -37,19 +27,19 @@ void LinkedSlider::updateFromParameter (Parameter& parameter)
 //==============================================================================
 void LinkedSlider::mouseDown (const juce::MouseEvent& e)
 {
-    if (! belongsToEditor (e))
+    if (! belongsToEditor (e.mods))
         juce::Slider::mouseDown (e);
 }
 
 void LinkedSlider::mouseDrag (const juce::MouseEvent& e)
 {
-    if (! belongsToEditor (e) && isEnabled())
+    if (! belongsToEditor (e.mods) && isEnabled())
         juce::Slider::mouseDrag (e);
 }
 
 void LinkedSlider::mouseUp (const juce::MouseEvent& e)
 {
-    if (! belongsToEditor (e))
+    if (! belongsToEditor (e.mods))
         juce::Slider::mouseUp (e);
     else
         endGesture(); // of a drag that Shift was pressed in

@@ -2,31 +2,334 @@
 
 #include "skin/MixerController.h"
 
+#include <cmath>
+
 #include "skin/SkinElement.h"
 #include "skin/SkinFile.h"
+#include "widgets/DefaultLookAndFeel.h"
 
 namespace quilvane
 {
 
+namespace
+{
+
+constexpr int defaultThumb = 16;   // pixels
+constexpr float wheelStep = 0.15f; // of the range, as sliders take it
+
+/** One of two numbers that a comma separates; 0 if it's missing. */
+int readGap (const juce::StringArray& numbers, int index)
+{
+    return juce::jlimit (0, maximumControlSize, numbers[index].getIntValue());
+}
+
+} // namespace
+
+//==============================================================================
+MixerController::Animation::Animation()
+{
+    setInterceptsMouseClicks (false, false);
+}
+
+void MixerController::Animation::setStrip (const FilmStrip& newStrip)
+{
+    strip = newStrip;
+
+    if (strip.isValid())
+        setSize (strip.getFrameWidth(), strip.getFrameHeight());
+
+    setValue (value);
+    repaint();
+}
+
+void MixerController::Animation::setValue (float newValue)
+{
+    if (! (newValue >= 0.0f && newValue <= 1.0f))
+        return;
+
+    const auto frame = FilmStrip::frameFor (newValue, strip.getNumFrames());
+
+    if (std::exchange (currentFrame, frame) != frame || ! strip.isValid())
+        repaint();
+
+    value = newValue;
+}
+
+void MixerController::Animation::paint (juce::Graphics& g)
+{
+    if (strip.isValid())
+        return strip.draw (g, currentFrame);
+
+    // A frame, filled up to the value.
+    auto inside = getLocalBounds().reduced (1);
+    g.setColour (juce::Colours::white);
+    g.fillRect (getLocalBounds());
+    g.setColour (findColour (DefaultLookAndFeel::accentId));
+    g.fillRect (inside.removeFromBottom (juce::roundToInt (value * static_cast<float> (inside.getHeight()))));
+    g.setColour (juce::Colour (0xffb3b3b3));
+    g.drawRect (getLocalBounds(), 1);
+}
+
+//==============================================================================
+MixerController::MasterSlider::MasterSlider (MixerController& owner) : GFXSwitch ({}), mixer (owner)
+{
+    setSliderStyle (juce::Slider::LinearVertical);
+    setScrollWheelEnabled (false); // the wheel is for the channel under it
+    setAccessible (false);
+    setThumb (defaultThumb);
+}
+
+int MixerController::MasterSlider::getTravel()
+{
+    return juce::jmax (1, getHeight() - 2 * getLookAndFeel().getSliderThumbRadius (*this));
+}
+
+Parameter* MixerController::MasterSlider::getParameterAt (const juce::MouseEvent& e, juce::Component** component)
+{
+    return mixer.getParameterAt (e, component);
+}
+
+bool MixerController::MasterSlider::canResetParameterAt (const juce::MouseEvent& e)
+{
+    return mixer.canResetParameterAt (e);
+}
+
+//==============================================================================
+MixerController::MixerController (const juce::String& controlName) : SkinParameterController (controlName)
+{
+    addAndMakeVisible (masterSlider);
+    masterSlider.addMouseListener (this, false);
+}
+
 void MixerController::readFromXml (const juce::XmlElement& element, SkinFile& skin)
 {
-    background = skin.getImage (element.getStringAttribute ("background"));
+    backgroundImage = FilmStrip (skin.getImage (element.getStringAttribute ("background")), 1).getImage();
 
-    if (background.getWidth() > maximumControlSize || background.getHeight() > maximumControlSize)
-        background = {};
+    if (backgroundImage.isValid())
+        setSize (backgroundImage.getWidth(), backgroundImage.getHeight());
 
-    if (background.isValid())
-        setSize (background.getWidth(), background.getHeight());
-    else if (const auto* size = element.getChildByName ("size"))
-        setSize (readSize (*size).x, readSize (*size).y);
+    masterSlider.setThumb (juce::jlimit (0, maximumControlSize, element.getIntAttribute ("thumb", defaultThumb)));
+    setReadOnly (readBool (element, "readOnly", false));
 
-    if (const auto* pos = element.getChildByName ("pos"))
-        setTopLeftPosition (readPosition (*pos));
+    applyPosition (*this, findExactChild (element, "pos"));
+    applySize (*this, findExactChild (element, "size"));
+
+    if (const auto* gfx = findExactChild (element, "gfx"))
+    {
+        for (const auto* child : gfx->getChildIterator())
+        {
+            const auto& kind = child->getStringAttribute ("strip");
+
+            if (child->getTagName() == "image" && (kind == "slider" || kind == "display"))
+                setStrip (kind == "slider" ? StripKind::slider : StripKind::display,
+                          readStrip (*child, "name", "frames", skin));
+        }
+
+        const auto gaps = juce::StringArray::fromTokens (gfx->getStringAttribute ("gaps"), ",", {});
+        gapX = readGap (gaps, 0);
+        gapY = readGap (gaps, 1);
+    }
+
+    if (const auto* list = findExactChild (element, "parameters"))
+        for (const auto* child : list->getChildIterator())
+            if (child->getTagName() == "param")
+                readParameter (*child, skin);
+
+    layOut();
+}
+
+void MixerController::setReadOnly (bool shouldBe)
+{
+    readOnly = shouldBe;
+    setInterceptsMouseClicks (! readOnly, ! readOnly);
+    masterSlider.setVisible (! readOnly);
+}
+
+//==============================================================================
+void MixerController::setStrip (StripKind kind, const FilmStrip& strip)
+{
+    (kind == StripKind::slider ? sliderStrip : displayStrip) = strip;
+
+    for (auto* animation : kind == StripKind::slider ? sliderFrames : displayFrames)
+        animation->setStrip (strip);
+
+    layOut();
+}
+
+void MixerController::parameterAdded (Parameter& parameter, size_t)
+{
+    for (auto* frames : { &sliderFrames, &displayFrames })
+    {
+        auto* animation = frames->add (std::make_unique<Animation>());
+        animation->setStrip (frames == &sliderFrames ? sliderStrip : displayStrip);
+        animation->setTitle (parameter.getName());
+        addAndMakeVisible (animation);
+    }
+
+    masterSlider.toFront (false);
+    layOut();
+}
+
+juce::Point<int> MixerController::getSliderSize() const
+{
+    if (sliderStrip.isValid())
+        return { sliderStrip.getFrameWidth(), sliderStrip.getFrameHeight() };
+
+    // The room there is.
+    const auto numChannels = juce::jmax (1, sliderFrames.size());
+    const auto displayRoom = displayStrip.isValid() ? gapY + displayStrip.getFrameHeight() : 0;
+    return { juce::jmax (1, (getWidth() - (numChannels + 1) * gapX) / numChannels),
+             juce::jmax (1, getHeight() - gapY - displayRoom) };
+}
+
+void MixerController::layOut()
+{
+    const auto size = getSliderSize();
+
+    for (int i = 0; i < sliderFrames.size(); ++i)
+    {
+        const juce::Rectangle<int> slider (gapX + i * (size.x + gapX), gapY, size.x, size.y);
+        sliderFrames[i]->setBounds (slider);
+
+        auto* display = displayFrames[i];
+        display->setVisible (displayStrip.isValid());
+        display->setTopLeftPosition (slider.getCentreX() - display->getWidth() / 2, slider.getBottom() + gapY);
+    }
+
+    const auto corner = sliderFrames.isEmpty() ? juce::Point<int> (gapX, gapY) : sliderFrames[0]->getPosition();
+    masterSlider.setBounds (corner.x, corner.y, getWidth(), sliderStrip.isValid() ? size.y : getHeight());
+}
+
+void MixerController::updateFromParameter (Parameter& parameter)
+{
+    for (int i = 0; i < sliderFrames.size(); ++i)
+        if (getParameter (static_cast<size_t> (i)) == &parameter)
+            for (auto* animation : { sliderFrames[i], displayFrames[i] })
+                animation->setValue (parameter.getNormalised());
+}
+
+//==============================================================================
+int MixerController::findChannel (juce::Point<int> place) const
+{
+    for (int i = 0; i < sliderFrames.size(); ++i)
+        if (sliderFrames[i]->getBounds().contains (place)
+            || (displayFrames[i]->isVisible() && displayFrames[i]->getBounds().contains (place)))
+            return i;
+
+    return -1;
+}
+
+Parameter* MixerController::getParameterAt (const juce::MouseEvent& e, juce::Component** component)
+{
+    const auto channel = findChannel (e.getEventRelativeTo (this).getPosition());
+
+    if (channel < 0)
+        return nullptr;
+
+    if (component != nullptr)
+        *component = sliderFrames[channel];
+
+    return getParameter (static_cast<size_t> (channel));
+}
+
+std::vector<ParameterTarget::Part> MixerController::getParts()
+{
+    std::vector<Part> parts;
+    parts.reserve (getNumParameters());
+
+    for (int i = 0; i < sliderFrames.size(); ++i)
+        parts.push_back ({ sliderFrames[i], getParameter (static_cast<size_t> (i)) });
+
+    return parts;
+}
+
+void MixerController::moveChannel (int channel, float normalised)
+{
+    auto& parameter = *getParameter (static_cast<size_t> (channel));
+    parameter.setNormalised (juce::jlimit (0.0f, 1.0f, normalised), true);
+    notifyMoved (parameter);
+}
+
+//==============================================================================
+void MixerController::mouseDown (const juce::MouseEvent& e)
+{
+    if (readOnly || ! isEnabled() || belongsToEditor (e.mods) || ! e.mods.isLeftButtonDown())
+        return;
+
+    const auto place = e.getEventRelativeTo (this).getPosition();
+    const auto channel = findChannel (place);
+
+    if (channel < 0 || ! sliderFrames[channel]->getBounds().contains (place))
+        return;
+
+    startOfDrag = place.y;
+
+    if (e.mods.isCtrlDown())
+    {
+        valuesAtStart.reserve (getNumParameters());
+
+        for (size_t i = 0; i < getNumParameters(); ++i)
+        {
+            valuesAtStart.push_back (getParameter (i)->getNormalised());
+            beginGesture (*getParameter (i));
+        }
+    }
+    else
+    {
+        draggedChannel = channel;
+        beginGesture (*getParameter (static_cast<size_t> (channel)));
+        mouseDrag (e);
+    }
+}
+
+void MixerController::mouseDrag (const juce::MouseEvent& e)
+{
+    if (belongsToEditor (e.mods))
+        return;
+
+    const auto y = e.getEventRelativeTo (this).getPosition().y;
+
+    if (draggedChannel >= 0)
+    {
+        const auto slider = sliderFrames[draggedChannel]->getBounds();
+        moveChannel (draggedChannel,
+                     static_cast<float> (slider.getBottom() - y) / static_cast<float> (slider.getHeight()));
+    }
+
+    const auto distance = static_cast<float> (startOfDrag - y) / static_cast<float> (masterSlider.getTravel());
+
+    for (size_t i = 0; i < valuesAtStart.size(); ++i)
+        moveChannel (static_cast<int> (i), valuesAtStart[i] + distance);
+}
+
+void MixerController::mouseUp (const juce::MouseEvent&)
+{
+    endGestures();
+    draggedChannel = -1;
+    valuesAtStart.clear();
+}
+
+void MixerController::mouseWheelMove (const juce::MouseEvent& e, const juce::MouseWheelDetails& wheel)
+{
+    // The master slider passes its own on, and tells of them as well.
+    if (e.eventComponent != this || readOnly || ! isEnabled())
+        return;
+
+    const auto channel = findChannel (e.getPosition());
+    const auto amount = std::abs (wheel.deltaX) > std::abs (wheel.deltaY) ? -wheel.deltaX : wheel.deltaY;
+
+    if (channel < 0 || draggedChannel >= 0 || ! valuesAtStart.empty())
+        return;
+
+    auto& parameter = *getParameter (static_cast<size_t> (channel));
+    beginGesture (parameter);
+    moveChannel (channel, parameter.getNormalised() + wheelStep * (wheel.isReversed ? -amount : amount));
+    endGestures();
 }
 
 void MixerController::paint (juce::Graphics& g)
 {
-    g.drawImageAt (background, 0, 0);
+    g.drawImageAt (backgroundImage, 0, 0);
 }
 
 } // namespace quilvane

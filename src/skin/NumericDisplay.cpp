@@ -189,7 +189,7 @@ juce::String NumericDisplay::getShownDigits() const
 //==============================================================================
 void NumericDisplay::mouseDown (const juce::MouseEvent& e)
 {
-    if (! isEnabled() || e.mods.isRightButtonDown() || e.mods.isShiftDown())
+    if (! isEnabled() || belongsToEditor (e.mods))
         return;
 
     const auto cell = e.x / juce::jmax (1, digitWidth) - (sign != nullptr ? 1 : 0);

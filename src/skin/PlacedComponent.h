@@ -18,12 +18,8 @@ public:
     void readFromXml (const juce::XmlElement& element, SkinFile& skin) override
     {
         GUIController::readFromXml (element, skin);
-
-        if (const auto* size = element.getChildByName ("size"))
-            setSize (readSize (*size).x, readSize (*size).y);
-
-        if (const auto* pos = element.getChildByName ("pos"))
-            setTopLeftPosition (readPosition (*pos));
+        applySize (*this, element.getChildByName ("size"));
+        applyPosition (*this, element.getChildByName ("pos"));
     }
 };
 

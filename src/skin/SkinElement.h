@@ -13,6 +13,23 @@ namespace quilvane
 /** In pixels; no screen is as large. */
 constexpr int maximumControlSize = 4096;
 
+/** A child by its name with regard to case; null if there is none. */
+inline const juce::XmlElement* findExactChild (const juce::XmlElement& parent, juce::StringRef tag)
+{
+    for (const auto* child : parent.getChildIterator())
+        if (child->getTagName() == tag)
+            return child;
+
+    return nullptr;
+}
+
+/** A truth value as juce::var reads one: a number but 0, "true" or "yes". */
+inline bool readBool (const juce::XmlElement& element, const char* attribute, bool fallback)
+{
+    return element.hasAttribute (attribute) ? static_cast<bool> (juce::var (element.getStringAttribute (attribute)))
+                                            : fallback;
+}
+
 /** The child "size": attributes "width" and "height", 0 if they are missing. */
 inline juce::Point<int> readSize (const juce::XmlElement& size)
 {
@@ -20,18 +37,36 @@ inline juce::Point<int> readSize (const juce::XmlElement& size)
              juce::jlimit (0, maximumControlSize, size.getIntAttribute ("height")) };
 }
 
-/** The child "pos": attributes "left" and "top", 0 if they are missing. */
+/** Two attributes that place something, 0 if they are missing. */
+inline juce::Point<int> readPlace (const juce::XmlElement& element, const char* x, const char* y)
+{
+    return { juce::jlimit (-maximumControlSize, maximumControlSize, element.getIntAttribute (x)),
+             juce::jlimit (-maximumControlSize, maximumControlSize, element.getIntAttribute (y)) };
+}
+
+/** The child "pos": attributes "left" and "top". */
 inline juce::Point<int> readPosition (const juce::XmlElement& pos)
 {
-    return { juce::jlimit (-maximumControlSize, maximumControlSize, pos.getIntAttribute ("left")),
-             juce::jlimit (-maximumControlSize, maximumControlSize, pos.getIntAttribute ("top")) };
+    return readPlace (pos, "left", "top");
+}
+
+// A component's size and place by such a child; null leaves what stands.
+inline void applySize (juce::Component& component, const juce::XmlElement* size)
+{
+    if (size != nullptr)
+        component.setSize (readSize (*size).x, readSize (*size).y);
+}
+
+inline void applyPosition (juce::Component& component, const juce::XmlElement* pos)
+{
+    if (pos != nullptr)
+        component.setTopLeftPosition (readPosition (*pos));
 }
 
 /** What a list of controls adds to the places of all of them: attributes "ofsX" and "ofsY". */
 inline juce::Point<int> readOffset (const juce::XmlElement& controls)
 {
-    return { juce::jlimit (-maximumControlSize, maximumControlSize, controls.getIntAttribute ("ofsX")),
-             juce::jlimit (-maximumControlSize, maximumControlSize, controls.getIntAttribute ("ofsY")) };
+    return readPlace (controls, "ofsX", "ofsY");
 }
 
 /** A colour as hexadecimal ARGB digits. */

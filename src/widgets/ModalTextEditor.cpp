@@ -42,17 +42,17 @@ void ModalTextEditor::textEditorEscapeKeyPressed (juce::TextEditor&)
     if (editing)
         setText (oldText, false);
 
-    finish();
+    finishEditing();
 }
 
 void ModalTextEditor::textEditorFocusLost (juce::TextEditor&)
 {
     // The loss may be told late, when the focus is back: to go to another parent is to lose it.
     if (! hasKeyboardFocus (true))
-        finish();
+        finishEditing();
 }
 
-void ModalTextEditor::finish()
+void ModalTextEditor::finishEditing()
 {
     // Going back takes the focus away, which ends here again.
     if (! std::exchange (editing, false))

@@ -31,12 +31,14 @@ public:
     void startEditing();
     bool isEditing() const noexcept { return editing; }
 
+    /** Ends the editing with the text as it is, as Return does; does nothing without one. */
+    void finishEditing();
+
     void addModalListener (ModalListener* listener) { modalListeners.add (listener); }
     void removeModalListener (ModalListener* listener) { modalListeners.remove (listener); }
 
 private:
-    void finish();
-    void textEditorReturnKeyPressed (juce::TextEditor&) override { finish(); }
+    void textEditorReturnKeyPressed (juce::TextEditor&) override { finishEditing(); }
     void textEditorEscapeKeyPressed (juce::TextEditor&) override;
     void textEditorFocusLost (juce::TextEditor&) override;
 

@@ -9,8 +9,11 @@
 
 #include "parameters/BoundedXml.h"
 #include "skin/GFXAnimation.h"
+#include "skin/ImageComboBox.h"
+#include "skin/ImageMidiKeyboard.h"
 #include "support/GalleryImages.h"
 #include "support/SkinInTest.h"
+#include "support/TestDesktop.h"
 #include "widgets/DefaultLookAndFeel.h"
 
 using namespace quilvane;
@@ -58,10 +61,58 @@ protected:
         parameter ("LFO 1 Sync").setBool (true, false);
         parameter ("LFO 1 Note Scale").setInt (1, false);
         parameter ("LFO 1 Rate").setFloat (12.5f, false);
+        parameter ("LFO 1 Depth").setNormalised (0.8f, false);
+        parameter ("LFO 2 Depth").setNormalised (0.3f, false);
         parameter ("Center Frequency").setFloat (1280.0f, false);
 
         panel = buildDocument (readDocument(), withImages ? GalleryImages::drawAll() : SkinMembers());
-        return panel != nullptr ? paint (*panel) : juce::Image();
+
+        if (panel == nullptr)
+            return {};
+
+        for (const auto note : { 52, 54 })
+            control<ImageMidiKeyboard> ("Keyboard").getNotes().noteOn (1, note, 1.0f);
+
+        return paint (*panel);
+    }
+
+    /** The combo box with its picker open, and the mouse on one of its tiles. */
+    juce::Image renderPicker (bool withImages)
+    {
+        render (withImages);
+        FloatingDesktop desktop;
+        desktop.setSize (panel->getWidth(), panel->getHeight());
+        desktop.addAndMakeVisible (*panel);
+        control<ImageComboBox> ("Combo box").togglePicker();
+
+        auto& picker = *desktop.layer.getShown();
+        picker.mouseMove (Mouse (picker).event ({ picker.getWidth() - 1, 1 }, false));
+        const auto image = paint (desktop).getClippedImage (cellOf ("ImageComboBox")).createCopy();
+        desktop.removeChildComponent (panel.get());
+        return image;
+    }
+
+    /** A control's cell without its caption. */
+    juce::Rectangle<int> cellOf (const juce::String& name)
+    {
+        constexpr int captionHeight = 18;
+        return component (name).getBounds().withTrimmedBottom (captionHeight);
+    }
+
+    static juce::Image sideBySide (const juce::Image& withImages, const juce::Image& fallbacks)
+    {
+        constexpr int gap = 4;
+        juce::Image picture (juce::Image::RGB, 2 * withImages.getWidth() + gap, withImages.getHeight(), true);
+        juce::Graphics g (picture);
+        g.fillAll (juce::Colours::white);
+        g.drawImageAt (withImages, 0, 0);
+        g.drawImageAt (fallbacks, withImages.getWidth() + gap, 0);
+        return picture;
+    }
+
+    static juce::File documentationPicture (const juce::String& name)
+    {
+        return folder().getChildFile ("../../docs/pictures/skins").getChildFile (name + ".png");
     }
 
     static void write (const juce::Image& image, const juce::File& file)
@@ -113,19 +164,12 @@ protected:
     /** Each control for the documentation: with its images at the left, and without at the right. */
     void writePictures (const juce::Image& withImages, const juce::Image& fallbacks)
     {
-        constexpr int captionHeight = 18, gap = 4;
-
         for (const auto* cell : panel->getChildren())
         {
-            const auto area = cell->getBounds().withTrimmedBottom (captionHeight);
-            juce::Image picture (juce::Image::RGB, 2 * area.getWidth() + gap, area.getHeight(), true);
-            juce::Graphics g (picture);
-            g.fillAll (juce::Colours::white);
-            g.drawImageAt (withImages.getClippedImage (area), 0, 0);
-            g.drawImageAt (fallbacks.getClippedImage (area), area.getWidth() + gap, 0);
-
+            const auto area = cellOf (cell->getName());
             const auto name = cell->getName().toLowerCase().removeCharacters (",").replaceCharacter (' ', '-');
-            write (picture, folder().getChildFile ("../../docs/pictures/skins").getChildFile (name + ".png"));
+            write (sideBySide (withImages.getClippedImage (area), fallbacks.getClippedImage (area)),
+                   documentationPicture (name));
         }
     }
 
@@ -161,6 +205,16 @@ TEST_F (Gallery, PaintsEveryControl)
 
     if (shallUpdate())
         writePictures (withImages, fallbacks);
+}
+
+TEST_F (Gallery, PaintsAnOpenPicker)
+{
+    const auto withImages = renderPicker (true);
+    const auto picture = sideBySide (withImages, renderPicker (false));
+    compare (picture, "picker.png");
+
+    if (shallUpdate())
+        write (picture, documentationPicture ("imagecombobox-open"));
 }
 
 TEST_F (Gallery, NamesOnlyImagesThatAreDrawn)

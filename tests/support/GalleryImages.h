@@ -70,10 +70,16 @@ public:
         add ("channels", drawStrip (40, 20, 17,
                                     [] (auto& g, auto area, int frame, int)
                                     { drawCell (g, area, frame == 0 ? juce::String ("--") : juce::String (frame)); }));
-        add ("combo", drawStrip (64, 24, 4,
+        add ("combo", drawStrip (48, 36, 4, drawStages));
+        add ("mixer", drawStrip (80, 92, 1, drawMixer));
+        add ("channel", drawStrip (16, 60, 49, drawFader));
+        add ("level", drawStrip (16, 12, 11,
                                  [] (auto& g, auto area, int frame, int)
-                                 { drawCell (g, area, "Item " + juce::String (frame + 1)); }));
-        add ("mixer", drawStrip (80, 48, 1, [] (auto& g, auto area, int, int) { drawCell (g, area, "Mixer"); }));
+                                 { drawText (g, area, juce::String (frame), 11.0f, accent); }));
+        add ("whiteKey",
+             drawStrip (15, 60, 3, [] (auto& g, auto area, int frame, int) { drawKey (g, area, light, frame); }));
+        add ("blackKey",
+             drawStrip (9, 38, 3, [] (auto& g, auto area, int frame, int) { drawKey (g, area, dark, frame); }));
         return members;
     }
 
@@ -187,6 +193,48 @@ private:
     {
         drawButton (g, first, firstText, false, firstDown);
         drawButton (g, second, secondText, false, secondDown);
+    }
+
+    /** As many pairs of dots as stages that work. */
+    static void drawStages (juce::Graphics& g, Area area, int frame, int numFrames)
+    {
+        drawCell (g, area, {});
+        area = area.reduced (4, 3).removeFromTop (18);
+
+        for (int i = 0; i < 2 * numFrames; ++i)
+        {
+            const auto column = area.withX (area.getX() + i / 2 * 10).withWidth (10);
+            const auto dot = (i % 2 == 0 ? column.withHeight (9) : column.withTrimmedTop (9)).toFloat().reduced (1.0f);
+            g.setColour (i / 2 <= frame ? accent : middle);
+            g.fillEllipse (dot.withSizeKeepingCentre (6.0f, 6.0f));
+        }
+    }
+
+    static void drawMixer (juce::Graphics& g, Area area, int, int)
+    {
+        g.setColour (middle);
+        g.fillRect (area);
+        g.setColour (dark);
+        g.drawRect (area, 1);
+
+        // Marks at both sides of each channel.
+        for (const auto x : { 11, 33, 43, 65 })
+            for (int mark = 0; mark <= 4; ++mark)
+                g.fillRect (area.getX() + x, area.getY() + 14 + mark * 11, 4, 1);
+    }
+
+    static void drawKey (juce::Graphics& g, Area area, juce::Colour colour, int frame)
+    {
+        const auto face = area.withTrimmedRight (1).withTrimmedTop (-4).toFloat();
+        g.setColour (frame == 2 ? accent : frame == 1 ? colour.interpolatedWith (accent, 0.4f) : colour);
+        g.fillRoundedRectangle (face, 2.0f);
+
+        // The front edge, which a key that is down shows no more.
+        if (frame < 2)
+        {
+            g.setColour (juce::Colours::black.withAlpha (0.25f));
+            g.fillRoundedRectangle (face.withTop (face.getBottom() - 4.0f), 2.0f);
+        }
     }
 
     static void drawCell (juce::Graphics& g, Area area, const juce::String& text)

@@ -25,7 +25,7 @@ inline constexpr int ctrl = juce::ModifierKeys::ctrlModifier;
 
 } // namespace keys
 
-/** What a control tells: "begin", "change", "end", or an event's number. */
+/** What a control tells: "begin", "change", "end", "moved" with a parameter's name, or an event's number. */
 class ControlLog : public GUIController::Listener, public Parameter::Listener
 {
 public:
@@ -33,6 +33,7 @@ public:
     void controllerGestureEnded (GUIController&) override { entries.add ("end"); }
     void controllerValueChanged (GUIController&) override { entries.add ("change"); }
     void controllerEvent (GUIController&, int eventId) override { entries.add (juce::String (eventId)); }
+    void controllerParameterMoved (Parameter& moved) override { entries.add ("moved " + moved.getName()); }
 
     void parameterChanged (Parameter&) override { entries.add ("change"); }
     void parameterGestureBegan (Parameter&) override { entries.add ("begin"); }

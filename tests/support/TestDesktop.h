@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "widgets/DefaultLookAndFeel.h"
+#include "widgets/FloatingLayer.h"
 #include "widgets/ModalComponent.h"
 
 namespace quilvane::test
@@ -30,6 +31,30 @@ public:
 
 private:
     DefaultLookAndFeel look;
+};
+
+/** In place of an editor: what floats lies in it. */
+class FloatingDesktop final : public juce::Component, public FloatingComponentOwner
+{
+public:
+    FloatingDesktop()
+    {
+        setSize (400, 300);
+        setVisible (true);
+    }
+
+    void showFloatingComponent (juce::Component& component, juce::Point<int> position, juce::Component* relativeTo,
+                                Callback* callback) override
+    {
+        layer.show (component, position, relativeTo, callback);
+    }
+
+    void hideFloatingComponent (juce::Component& component, const juce::MouseEvent* e) override
+    {
+        layer.hide (component, e);
+    }
+
+    FloatingLayer layer { *this };
 };
 
 template <typename Type>

@@ -87,6 +87,87 @@ TEST_F (EditorWindow, ResetsWithDoubleClickAndShiftClickAsTheSkinAllows)
     expectWholeGestures (instance);
 }
 
+TEST_F (EditorWindow, ControlsWithPartsAreUsedAsAllOthers)
+{
+    constexpr uint32_t popupGround = 0x3a3a3a;
+
+    uninstall ("Test");
+    install (testskin::partsSkin);
+    HostWindow window (*screen, *library);
+    auto& instance = window.getInstance();
+    ASSERT_TRUE (window.openAndSee());
+
+    instance.set (feedback, 0.5f);
+    instance.set (fx, 0.5f);
+    instance.set (stages, 0.0f);
+    ASSERT_TRUE (window.waitToShow (testskin::fxChannel, 5));
+
+    // A channel of the mixer takes the value at the mouse, in a gesture; the status bar tells it.
+    EXPECT_FALSE (window.hasStatusText (testskin::height, testskin::width));
+    window.startDrag (testskin::fxChannel.place, 15);
+    EXPECT_TRUE (window.waitToShow (testskin::fxChannel, 8)) << instance.value (fx);
+    EXPECT_TRUE (window.hasStatusText (testskin::height, testskin::width));
+    window.release();
+    ASSERT_TRUE (window.waitFor ([&] { return gestureHasEnded (instance); }));
+    EXPECT_NEAR (valuesOfOneGesture (instance, fx).back(), 0.75f, near);
+    EXPECT_EQ (instance.value (feedback), 0.5f);
+
+    // Shift resets every channel, a double click those that the skin allows.
+    window.shiftClick (testskin::fxChannel.place);
+    EXPECT_TRUE (window.waitToShow (testskin::fxChannel, 10));
+    window.doubleClick (testskin::fxChannel.place);
+    EXPECT_TRUE (window.waitToShow (testskin::fxChannel, 5));
+    window.settle(); // one more click would be the third
+    window.doubleClick (testskin::feedbackChannel.place);
+    EXPECT_TRUE (window.waitToShow (testskin::feedbackChannel, 0));
+    expectWholeGestures (instance);
+
+    // The information hangs from the middle of the channel.
+    const auto& channel = testskin::fxChannel.place;
+    const auto showsInfo = [&]
+    { return window.getPixel (channel.centreX() + 4, channel.centreY() + 4) == popupGround; };
+    window.click (channel, TestScreen::rightButton);
+    EXPECT_TRUE (window.waitFor (showsInfo));
+    window.type ("Escape");
+    EXPECT_TRUE (window.waitFor ([&] { return ! showsInfo(); }));
+
+    // A tile of the box's picker is an item.
+    const auto& box = testskin::stagesBox.place;
+    const auto tile = [&] (int index) {
+        return testskin::Place { box.x + index * box.width, box.y + testskin::pickerOffset, box.width, box.height };
+    };
+    const auto isOpen = [&] { return window.getColour (tile (3)) == testskin::stagesBox.colourOf (3); };
+
+    window.click (box);
+    ASSERT_TRUE (window.waitFor (isOpen));
+    window.type ("Escape");
+    EXPECT_TRUE (window.waitFor ([&] { return ! isOpen(); }));
+    window.click (box);
+    ASSERT_TRUE (window.waitFor (isOpen));
+    instance.clearAutomations();
+    window.click (tile (2));
+    EXPECT_TRUE (window.waitToShow (testskin::stagesBox, 2));
+    EXPECT_TRUE (window.waitFor ([&] { return ! isOpen(); }));
+    EXPECT_EQ (valuesOfOneGesture (instance, stages).size(), 1u);
+
+    // A key goes down, and up again when the window closes on it; so do gestures end.
+    window.moveTo (testskin::key.place.centreX(), testskin::key.place.centreY());
+    EXPECT_TRUE (window.waitToShow (testskin::key, 1));
+    window.press();
+    EXPECT_TRUE (window.waitToShow (testskin::key, 2));
+    window.release();
+    EXPECT_TRUE (window.waitToShow (testskin::key, 1));
+
+    instance.clearAutomations();
+    window.startDrag (testskin::fxChannel.place, 10);
+    ASSERT_TRUE (window.waitFor ([&] { return ! instance.getAutomations().empty(); }));
+    window.close();
+    window.release();
+    EXPECT_TRUE (gestureHasEnded (instance));
+    ASSERT_TRUE (window.openAndSee());
+    EXPECT_TRUE (window.waitToShow (testskin::key, 0));
+}
+
 TEST_F (EditorWindow, ShowsTheHostsAutomationAndSendsNothingBack)
 {
     HostWindow window (*screen, *library);

@@ -139,12 +139,35 @@ juce::String makeControls (Archive& archive)
            + display (readOnlyText, readOnly, "readonly=\"yes\"");
 }
 
-juce::MemoryBlock makeSkin (int width, int height, uint32_t background, bool withControls)
+juce::String makePartsControls (Archive& archive)
+{
+    using namespace testskin;
+
+    for (const auto& strip : { feedbackChannel, stagesBox, key })
+        archive.add (strip.image, makeStrip (strip));
+
+    const auto sizeOf = [] (int width, int height)
+    { return "<size width=\"" + juce::String (width) + "\" height=\"" + juce::String (height) + "\"/>"; };
+
+    return "<Mixer>" + position (feedbackChannel.place)
+           + sizeOf (2 * feedbackChannel.place.width, feedbackChannel.place.height)
+           + "<gfx><image strip=\"slider\" name=\"channel.png\" frames=\"11\"/></gfx><parameters>"
+             "<param name=\"Feedback\"/><param name=\"FX\" reset=\"false\"/></parameters></Mixer>"
+           + "<ImageComboBox>" + position (stagesBox.place)
+           + "<gfx resource=\"box.png\" framesNum=\"4\"/><picker tilesInRow=\"4\" justification=\"tileAligned\" yOfs=\""
+           + juce::String (pickerOffset) + "\" values=\"off\"/><param name=\"Stages Number\"/></ImageComboBox>"
+           + "<MidiKeyboard firstKey=\"60\" lastKey=\"60\">" + position (key.place)
+           + sizeOf (key.place.width, key.place.height)
+           + "<Keys><Key><gfx resource=\"key.png\" framesNum=\"3\"/></Key></Keys></MidiKeyboard>";
+}
+
+juce::MemoryBlock makeSkin (int width, int height, uint32_t background,
+                            const std::function<juce::String (Archive&)>& makeContent)
 {
     Archive archive;
     archive.add ("background.png", makePng (width, height, [=] (int) { return background; }));
 
-    const auto controls = element ("controls", {}, withControls ? makeControls (archive) : juce::String());
+    const auto controls = element ("controls", {}, makeContent (archive));
     const auto panel = element ("Panel", "name=\"MainPanel\"", "<gfx resource=\"background.png\"/>" + controls);
 
     archive.add ("skin.xml", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + element ("PluginEditor", {}, panel));
@@ -173,12 +196,14 @@ int main (int argc, char* argv[])
 
     using namespace testskin;
 
+    const auto nothing = [] (Archive&) { return juce::String(); };
     const auto folder = juce::File::getCurrentWorkingDirectory().getChildFile (juce::String::fromUTF8 (argv[1]));
 
     if (folder.createDirectory().failed()
-        || ! writeContainer (folder, "Test", makeSkin (width, height, background, true))
-        || ! writeContainer (folder, "Wide", makeSkin (wideWidth, wideHeight, background, true))
-        || ! writeContainer (folder, "Other", makeSkin (otherWidth, otherHeight, otherBackground, false)))
+        || ! writeContainer (folder, "Test", makeSkin (width, height, background, makeControls))
+        || ! writeContainer (folder, "Wide", makeSkin (wideWidth, wideHeight, background, makeControls))
+        || ! writeContainer (folder, partsSkin, makeSkin (width, height, background, makePartsControls))
+        || ! writeContainer (folder, "Other", makeSkin (otherWidth, otherHeight, otherBackground, nothing)))
     {
         std::cerr << "Can't write into " << folder.getFullPathName() << "\n";
         return 1;

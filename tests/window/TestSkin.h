@@ -17,6 +17,9 @@ struct Place
     constexpr int centreY() const { return y + height / 2; }
 };
 
+/** A skin of controls with parts. */
+inline constexpr const char* partsSkin = "Parts";
+
 /** A control made of a strip: the colour of a frame is the first one's, with the frame's number in the red. */
 struct Strip
 {
@@ -74,5 +77,13 @@ inline constexpr Place editable { 20, 80, 160, glyphHeight };
 inline constexpr Place readOnly { 20, 110, 160, glyphHeight };
 inline constexpr const char* editableText = "Old";
 inline constexpr const char* readOnlyText = "Fixed";
+
+// The skin of controls with parts: a mixer of two channels, which are the feedback and the effect; a box with four
+// tiles in a row below it; and a keyboard of one key.
+inline constexpr Strip feedbackChannel { "channel.png", { 20, 20, 20, 60 }, 11, 0x1000f0 };
+inline constexpr Strip fxChannel { "channel.png", { 40, 20, 20, 60 }, 11, 0x1000f0 };
+inline constexpr Strip stagesBox { "box.png", { 100, 20, 40, 20 }, numStages, 0x109060 };
+inline constexpr int pickerOffset = 30;
+inline constexpr Strip key { "key.png", { 320, 20, 20, 40 }, 3, 0x10f0f0 };
 
 } // namespace testskin

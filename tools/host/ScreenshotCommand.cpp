@@ -32,10 +32,10 @@ juce::Component* findControl (juce::Component& parent, const Parameter& paramete
 {
     for (int i = 0; auto* child = parent.getChildComponent (i); ++i)
     {
-        auto* controller = dynamic_cast<GUIController*> (child);
-
-        if (controller != nullptr && controller->getParameter() == &parameter && child->isVisible())
-            return child;
+        if (auto* target = dynamic_cast<ParameterTarget*> (child); target != nullptr && child->isVisible())
+            for (const auto& part : target->getParts())
+                if (part.parameter == &parameter)
+                    return part.component;
 
         if (auto* found = findControl (*child, parameter))
             return found;
