@@ -270,11 +270,18 @@ def wave(ctx, i, x, y, w, h, rgb):
 
 
 def waveforms(number, rgb):
+    """Both what a box of waves shows, and the tiles that it opens; so a corner is the sign that there are more."""
+
     def chosen(ctx, i):
         box(ctx, 0, 0, COLUMN, 32)
         wave(ctx, i, 11, 10, 22, 12, rgb)
-        text(ctx, WAVES[i], 42, 16, 12)
-        polyline(ctx, [(135, 14.5), (138.5, 18), (142, 14.5)], GREY, 1.25)
+        text(ctx, WAVES[i], 44, 16, 12)
+        ctx.move_to(COLUMN - 5, 21)
+        ctx.rel_line_to(0, 6)
+        ctx.rel_line_to(-6, 0)
+        ctx.close_path()
+        colour(ctx, GREY)
+        ctx.fill()
 
     strip(f"wave-{number}.png", COLUMN, 32, len(WAVES), chosen)
 

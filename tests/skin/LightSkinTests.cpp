@@ -60,7 +60,10 @@ protected:
             }
 
             if (dynamic_cast<ImageComboBox*> (child) != nullptr)
+            {
+                boxes.push_back (child);
                 continue;
+            }
 
             const auto known = moved.size();
             watch ([&] { Mouse (*child).click(); });
@@ -84,6 +87,7 @@ protected:
     };
     SkinMembers images;
     juce::StringArray moved;
+    std::vector<juce::Component*> boxes; // which open menus
 };
 
 } // namespace
@@ -98,11 +102,13 @@ TEST_F (LightSkin, ReachesEveryParameter)
     for (const auto& name : names)
         EXPECT_TRUE (moved.contains (name)) << name;
 
-    for (const auto* name : { "LFO 1 Waveform", "LFO 2 Waveform" })
+    ASSERT_EQ (boxes.size(), 2u);
+
+    for (size_t i = 0; i < 2; ++i)
     {
-        const auto before = pngBytes (paint (*panel));
-        parameter (name).setInt (5, true);
-        EXPECT_TRUE (runMessageLoopUntil ([&] { return pngBytes (paint (*panel)) != before; })) << name;
+        const auto before = pngBytes (paint (*boxes[i]));
+        parameter (i == 0 ? "LFO 1 Waveform" : "LFO 2 Waveform").setInt (5, true);
+        EXPECT_TRUE (runMessageLoopUntil ([&] { return pngBytes (paint (*boxes[i])) != before; })) << i;
     }
 }
 
