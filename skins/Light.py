@@ -4,12 +4,12 @@
 The images are kept with the sources, and the build only packs them. To draw them anew, from the project's folder:
 
     sudo apt-get install python3-cairo fonts-inter fonts-jetbrains-mono
-    /usr/bin/python3 skins/Light.py
+    python3 skins/Light.py
 
 Then build, and take Thumbnail.png and Background.png from a picture of the new skin:
 
     build/release/tools/host/quilvane-host screenshot light.png --skin Light
-    /usr/bin/python3 skins/Light.py --preview light.png
+    python3 skins/Light.py --preview light.png
 
 All is drawn at its own size from shapes, so every edge is as sharp as the grid lets it be. Measures are pixels; a
 hairline lies in the middle of a pixel.
@@ -174,19 +174,23 @@ def knob(name, rgb, frames, ticks=0):
     strip(name, KNOB, KNOB, frames, draw)
 
 
-def fader(name, bipolar):
-    width, thumb = 32, 8
-    travel = FADER - 2 * thumb
+def handle(ctx, x, y, w, h):
+    rounded(ctx, x - w / 2, y - h / 2, w, h, 2)
+    colour(ctx, INK)
+    ctx.fill()
+
+
+def fader(name):
+    """A channel of the mixer, which goes over the whole height."""
+    width = 48
 
     def draw(ctx, i):
-        x, y = 8, FADER - thumb - i
-        rest = FADER - thumb - (travel / 2 if bipolar else 0)
-        rect(ctx, x - 0.5, thumb, 1, travel, TRACK)
-        rect(ctx, x - 1.5, min(y, rest), 3, abs(y - rest), INK)
-        disc(ctx, x, y, 7, INK)
-        rect(ctx, x - 3, y - 0.5, 6, 1, WHITE)
+        y = min(max(FADER - i, 2), FADER - 2)
+        rect(ctx, 9.5, 0, 1, FADER, TRACK)
+        rect(ctx, 8.5, y, 3, FADER - y, INK)
+        handle(ctx, 10, y, 20, 4)
 
-    strip(name, width, FADER, travel + 1, draw)
+    strip(name, width, FADER, FADER + 1, draw)
 
 
 def ruler(name):
@@ -195,9 +199,7 @@ def ruler(name):
 
     def draw(ctx, i):
         x = thumb + i * step
-        rect(ctx, x - 0.5, 2, 1, height - 4, INK)
-        disc(ctx, x, height / 2, 7, INK)
-        rect(ctx, x - 0.5, height / 2 - 3, 1, 6, WHITE)
+        handle(ctx, x, height / 2, 4, 24)
 
     strip(name, travel + 2 * thumb, height, travel // step + 1, draw)
 
@@ -484,9 +486,8 @@ def ground(ctx, _):
     caps(ctx, "L", x + 130, LABELS, align=0.5)
     caps(ctx, "R", x + 146, LABELS, align=0.5)
     for offset in (0, 48):
-        for n in (0, 0.5, 1):
-            y = round(ROW + 8 + 80 * n)
-            rect(ctx, x + offset + 18, y, 4, 1, TRACK)
+        for y in (ROW, ROW + FADER // 2, ROW + FADER - 1):
+            rect(ctx, x + offset + 23, y, 4, 1, TRACK)
     for level in (6, 0, -12, -24):
         y = ROW + FADER * (6 - level) / 30
         y = min(max(y, ROW + 4), ROW + FADER - 4)
@@ -510,8 +511,7 @@ def draw_all():
     segments("stages.png", ["2", "4", "6", "8"], 38, 32, INK, size=12)
     toggle("quality.png", "HQ", INK)
     notches("notches.png")
-    fader("fader.png", False)
-    fader("fader-0.png", True)
+    fader("fader.png")
     ruler("ruler.png")
     meter("meter.png")
     light("midi.png")

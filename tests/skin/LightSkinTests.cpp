@@ -69,6 +69,14 @@ protected:
             watch ([&] { Mouse (*child).click(); });
             watch ([&] { Mouse (*child).dragBy ({ 40, -40 }); });
 
+            for (const auto x : { child->getWidth() / 4, child->getWidth() * 3 / 4 }) // channels of a mixer
+                watch (
+                    [&]
+                    {
+                        Mouse (*child).press ({ x, child->getHeight() / 4 });
+                        Mouse (*child).release ({ x, child->getHeight() / 4 });
+                    });
+
             if (moved.size() > known)
             {
                 EXPECT_GE (child->getWidth(), leastTarget) << child->getName();
@@ -120,14 +128,16 @@ TEST_F (LightSkin, HasStripsOfWholeFrames)
 
     const std::function<void (const juce::XmlElement&)> check = [&] (const juce::XmlElement& element)
     {
-        const auto name = element.getStringAttribute ("resource");
+        const auto isOfMixer = element.hasTagName ("image");
+        const auto name = element.getStringAttribute (isOfMixer ? "name" : "resource");
 
         if (name.isNotEmpty())
         {
             const auto image = juce::ImageFileFormat::loadFrom (folder.getChildFile (name));
             ASSERT_TRUE (image.isValid()) << name;
-            const auto rows = element.hasAttribute ("fontHeight") ? 2 * element.getIntAttribute ("fontHeight")
-                                                                  : element.getIntAttribute ("framesNum", 1);
+            const auto rows = element.hasAttribute ("fontHeight")
+                                  ? 2 * element.getIntAttribute ("fontHeight")
+                                  : element.getIntAttribute (isOfMixer ? "frames" : "framesNum", 1);
             EXPECT_EQ (image.getHeight() % rows, 0) << name;
             ++strips;
         }
