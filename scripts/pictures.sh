@@ -15,6 +15,7 @@ mkdir -p "$folder"
 say "Painting"
 "$host" screenshot docs/editor.png
 "$host" screenshot "$folder/small.png" --skin Small
+"$host" screenshot "$folder/light.png" --skin Light
 
 # NAME=WINDOW; the windows are those of "quilvane-host screenshot --help".
 for picture in \

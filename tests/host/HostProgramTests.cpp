@@ -490,6 +490,8 @@ TEST_F (HostProgram, ScreenshotPaintsEachSkinAndFollowsTheSettings)
     EXPECT_EQ (big.getBounds(), juce::Rectangle<int> (1000, 620 + statusBarHeight));
     EXPECT_EQ (shoot ("small.png", { "--skin", "Small", "--silent" }).getBounds(),
                juce::Rectangle<int> (700, 434 + statusBarHeight));
+    EXPECT_EQ (shoot ("light.png", { "--skin", "Light", "--silent" }).getBounds(),
+               juce::Rectangle<int> (720, 320 + statusBarHeight));
 
     EXPECT_EQ (count (big, shoot ("again.png", { "--silent" })), 0); // the one that a new user sees
     EXPECT_GT (count (big, shoot ("knob.png", { "--silent", "--set", "Center Frequency=5000" })), 2000);
