@@ -16,8 +16,9 @@ using namespace quilvane::parameterIds;
 namespace
 {
 
-/** How far the outputs may lie apart, in units in the last place of float. */
-constexpr int64_t allowedUlps = 0;
+// How far the outputs may lie apart, in units in the last place of float: what the network gives is rounded once, and
+// so may be off by one. A gain behind that can make two of it, as a place is worth up to twice as much before.
+constexpr int64_t allowedUlps = 1, allowedUlpsBehindGain = 2;
 
 // Sanitizers slow the plain model down by an order of magnitude.
 constexpr size_t lengthDivisor = QUILVANE_SANITIZED != 0 ? 8 : 1;
@@ -125,7 +126,7 @@ public:
         }
 
         EXPECT_TRUE (isFinite);
-        EXPECT_LE (farthest, allowedUlps);
+        EXPECT_LE (farthest, automates ? allowedUlpsBehindGain : allowedUlps);
         EXPECT_GT (loudest, 0.01f);
     }
 
@@ -183,7 +184,7 @@ void makeLively (Pair& pair)
     pair.setText (feedback, "65");
     pair.setText (stagesNumber, "6");
     pair.setText (fx, "80");
-    pair.setText (outputVolume, "2");
+    pair.setText (outputVolume, "0"); // a gain of exactly 1
 }
 
 } // namespace

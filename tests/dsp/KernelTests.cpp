@@ -1,0 +1,237 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// The fast forms of the network, the oscillators and the functions between them, against the plain ones; for every
+// processor, and for this one.
+
+#include <cmath>
+#include <random>
+
+#include <gtest/gtest.h>
+
+#include "dsp/FastNetwork.h"
+#include "dsp/FastOscillators.h"
+
+using namespace quilvane;
+
+namespace
+{
+
+constexpr auto maximumSamples = static_cast<size_t> (Kernels::maximumSamples);
+
+// Sanitizers slow the plain form down by an order of magnitude.
+constexpr int lengthDivisor = QUILVANE_SANITIZED != 0 ? 8 : 1;
+
+class FastForms : public testing::TestWithParam<const Kernels*>
+{
+protected:
+    const Kernels& kernels = *GetParam();
+    std::mt19937 random { 1 };
+
+    double uniform (double low, double high) { return std::uniform_real_distribution<double> (low, high) (random); }
+    int upTo (int last) { return std::uniform_int_distribution<int> (0, last) (random); }
+};
+
+/** The networks of both sides in both forms, in the same state. */
+template <typename Network>
+struct Twins
+{
+    explicit Twins (double rate)
+    {
+        constants.update (44100.0);
+        networks = std::make_unique<std::array<Network, 4>> (std::array<Network, 4> {
+            Network (constants), Network (constants), Network (constants), Network (constants) });
+        constants.update (rate);
+        forEach ([] (auto& network) { network.setMix (0.9f), network.setFeedback (0.7f), network.reset(); });
+    }
+
+    template <typename Function>
+    void forEach (Function&& function)
+    {
+        for (auto& network : *networks)
+            function (network);
+    }
+
+    Network& fast (size_t side) { return (*networks)[side]; }
+    Network& plain (size_t side) { return (*networks)[2 + side]; }
+
+    SampleRateConstants constants;
+    std::unique_ptr<std::array<Network, 4>> networks;
+};
+
+} // namespace
+
+TEST_P (FastForms, TheNetworkFollowsItsPlainForm)
+{
+    const auto check = [this] (auto twins, double rate)
+    {
+        SCOPED_TRACE (rate);
+        double farthest = 0.0, loudest = 0.0, phase = 0.0;
+
+        for (int turn = 0; turn < 3000 / lengthDivisor; ++turn)
+        {
+            if (upTo (19) == 0)
+            {
+                const auto feedback = static_cast<float> (uniform (0.0, 0.95)),
+                           mix = static_cast<float> (uniform (0.0, 1.0));
+                const auto stages = 2 + 2 * upTo (3);
+                twins.forEach ([=] (auto& n) { n.setFeedback (feedback), n.setMix (mix), n.setStageCount (stages); });
+            }
+
+            // Both sides, or one of them, with sweeps and jumps over the whole range.
+            const auto numSides = upTo (3) == 0 ? size_t { 1 } : size_t { 2 };
+            const auto firstSide = numSides == 1 ? static_cast<size_t> (upTo (1)) : size_t { 0 };
+            const auto numSamples = 1 + upTo (Kernels::maximumSamples - 1);
+            std::array<float, 2 * maximumSamples> hz {};
+            std::array<double, 2 * maximumSamples> samples {}, expected {};
+
+            for (size_t i = 0; i < numSides * static_cast<size_t> (numSamples); ++i)
+            {
+                phase += upTo (999) == 0 ? uniform (0.0, 6.0) : 0.0005;
+                hz[i] = static_cast<float> (
+                    50.0 * std::exp2 (7.97 * (0.5 + 0.5 * std::sin (phase + static_cast<double> (i % 2)))));
+                samples[i] = uniform (-1.0, 1.0);
+                auto& plain = twins.plain (firstSide + i % numSides);
+                plain.setFrequency (static_cast<double> (hz[i]));
+                plain.smooth();
+                expected[i] = plain.processBaseRate (samples[i]);
+            }
+
+            // Now and then the plain form takes the fast one's place.
+            if (upTo (9) == 0)
+                for (size_t i = 0; i < numSides * static_cast<size_t> (numSamples); ++i)
+                {
+                    auto& fast = twins.fast (firstSide + i % numSides);
+                    fast.setFrequency (static_cast<double> (hz[i]));
+                    fast.smooth();
+                    samples[i] = fast.processBaseRate (samples[i]);
+                }
+            else if (numSides == 2)
+                FastNetwork::process (kernels, twins.fast (0), twins.fast (1), hz.data(), samples.data(), numSamples);
+            else
+                FastNetwork::process (kernels, twins.fast (firstSide), hz.data(), samples.data(), numSamples);
+
+            for (size_t i = 0; i < samples.size(); ++i)
+            {
+                farthest = std::max (farthest, std::abs (samples[i] - expected[i]));
+                loudest = std::max (loudest, std::abs (samples[i]));
+            }
+        }
+
+        // Wanted is 1e-9. What is found at the highest rates, where the sections' poles lie nearest to 1, is some 1e-13.
+        EXPECT_LT (farthest, 1.0e-11);
+        EXPECT_GT (loudest, 0.5);
+        EXPECT_EQ (twins.fast (0).getFrequency(), twins.plain (0).getFrequency());
+    };
+
+    for (double rate : { 8000.0, 44100.0, 192000.0 })
+    {
+        check (Twins<QuilvaneOTA_Normal> (rate), rate);
+        check (Twins<QuilvaneOTA_High> (rate), rate);
+    }
+}
+
+TEST_P (FastForms, TheOscillatorsAreTheSameToTheBit)
+{
+    using Waveform = QuilvaneLFO::Waveform;
+    SampleRateConstants constants;
+    constants.update (44100.0);
+
+    for (const auto waveform : { Waveform::triangle, Waveform::sine, Waveform::square, Waveform::rampDown,
+                                 Waveform::rampUp, Waveform::sampleAndHold, Waveform::hyperTriangle })
+    {
+        // The last rate is beyond what the kernels take.
+        for (double rate : { 0.05, 19.0, 30000.0 })
+        {
+            SCOPED_TRACE (testing::Message() << static_cast<int> (waveform) << " at " << rate << " Hz");
+            std::vector<std::unique_ptr<QuilvaneLFO>> fast, plain;
+
+            for (auto* lfos : { &fast, &plain })
+            {
+                for (int k = 0; k < 4; ++k)
+                {
+                    auto& lfo = *lfos->emplace_back (std::make_unique<QuilvaneLFO> (constants));
+                    lfo.prepare();
+                    lfo.setWaveform (waveform);
+                    lfo.setRate (rate);
+                }
+            }
+
+            double offset = 0.0;
+
+            for (int turn = 0; turn < 600 / lengthDivisor; ++turn)
+            {
+                const auto numSamples = 1 + upTo (Kernels::maximumSamples - 1);
+                std::array<double, maximumSamples> offsets {};
+                FastOscillators::Pairs<float> first {}, second {};
+
+                for (auto& value : offsets)
+                    value = offset = std::min (offset + 1.0e-4, 3.14159);
+
+                FastOscillators::process (kernels, { fast[0].get(), fast[1].get() }, { fast[2].get(), fast[3].get() }, offsets.data(),
+                                          first, second, numSamples);
+                offset = offsets[static_cast<size_t> (numSamples - 1)];
+
+                for (size_t i = 0; i < static_cast<size_t> (numSamples); ++i)
+                {
+                    const std::array<float, 4> outputs { first[2 * i], first[2 * i + 1], second[2 * i],
+                                                         second[2 * i + 1] };
+
+                    for (size_t k = 0; k < 4; ++k)
+                    {
+                        float bipolar = 0.0f;
+                        plain[k]->setPhaseOffset (k % 2 == 1 ? offsets[i] : 0.0);
+                        plain[k]->next (bipolar);
+                        ASSERT_EQ (outputs[k], (bipolar + 1.0f) * 0.5f) << k;
+                    }
+                }
+            }
+        }
+    }
+}
+
+TEST_P (FastForms, TheFunctionsRoundAsTheLibraryDoes)
+{
+    constexpr size_t size = 2 * maximumSamples;
+    std::array<double, size> phases {};
+    std::array<float, size> exponents {}, base {}, results {};
+
+    for (int turn = 0; turn < 20000 / lengthDivisor; ++turn)
+    {
+        for (size_t i = 0; i < size; ++i)
+        {
+            phases[i] = uniform (0.0, 2.0 * shapes::pi);
+            exponents[i] = static_cast<float> (uniform (-30.0, 30.0));
+            base[i] = static_cast<float> (uniform (0.0, 1.0));
+        }
+
+        // Where the sine is near nothing, and what is no number or far away.
+        phases[0] = shapes::quarterPi + uniform (-1.0e-9, 1.0e-9);
+        phases[1] = shapes::quarterPi + shapes::pi + uniform (-1.0e-9, 1.0e-9);
+        exponents[2] = std::nanf ("");
+        exponents[3] = 3.0e9f;
+        exponents[4] = -3.0e9f;
+        base[5] = 0.0f;
+
+        kernels.sine (phases.data(), results.data(), size);
+
+        for (size_t i = 0; i < size; ++i)
+            ASSERT_EQ (results[i], static_cast<float> (std::sin (phases[i] - shapes::quarterPi))) << phases[i];
+
+        kernels.powerOneAndAHalf (base.data(), results.data(), size);
+
+        for (size_t i = 0; i < size; ++i)
+            ASSERT_EQ (results[i], std::pow (base[i], 1.5f)) << base[i];
+
+        kernels.frequency (exponents.data(), results.data(), size);
+        ASSERT_TRUE (std::isnan (results[2]));
+        exponents[2] = 0.0f;
+        results[2] = 13.75f;
+
+        for (size_t i = 0; i < size; ++i)
+            ASSERT_EQ (results[i], static_cast<float> (std::pow (2.0, static_cast<double> (exponents[i])) * 13.75))
+                    << exponents[i];
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P (Baseline, FastForms, testing::Values (&Kernels::getBaseline()));
+INSTANTIATE_TEST_SUITE_P (ThisProcessor, FastForms, testing::Values (&Kernels::get()));
