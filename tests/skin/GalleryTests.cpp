@@ -9,7 +9,9 @@
 
 #include "parameters/BoundedXml.h"
 #include "skin/GFXAnimation.h"
+#include "skin/ModulationMatrixComponent.h"
 #include "support/GalleryImages.h"
+#include "support/InMemoryModulation.h"
 #include "support/SkinInTest.h"
 #include "widgets/DefaultLookAndFeel.h"
 
@@ -46,6 +48,8 @@ private:
 class Gallery : public SkinTest
 {
 protected:
+    ~Gallery() override { panel = nullptr; }
+
     static juce::File folder() { return juce::File (QUILVANE_GALLERY_FOLDER); }
     static juce::String readDocument() { return readBoundedText (folder().getChildFile ("skin.xml")); }
     static bool shallUpdate() { return std::getenv ("QUILVANE_UPDATE_REFERENCES") != nullptr; }
@@ -61,7 +65,25 @@ protected:
         parameter ("Center Frequency").setFloat (1280.0f, false);
 
         panel = buildDocument (readDocument(), withImages ? GalleryImages::drawAll() : SkinMembers());
-        return panel != nullptr ? paint (*panel) : juce::Image();
+
+        if (panel == nullptr)
+            return {};
+
+        if (withImages)
+            fillMatrix();
+
+        return paint (*panel);
+    }
+
+    /** Gives the matrix rows, which no skin can bring. */
+    void fillMatrix()
+    {
+        auto& cell = component ("ModulationMatrix");
+        auto& matrix = dynamic_cast<ModulationMatrixComponent&> (*find (cell, "ModulationMatrix"));
+        modulation.rows = { { 0, 0, 0.35f },  { 3, 1, -0.6f }, { 5, 2, 1.0f },
+                            { -1, -1, 0.0f }, { 2, 3, -1.0f }, { 1, 1, 0.1f } };
+        matrix.setModel (&modulation);
+        matrix.selectRow (1);
     }
 
     static void write (const juce::Image& image, const juce::File& file)
@@ -130,6 +152,7 @@ protected:
     }
 
     const OwnFonts fonts;
+    InMemoryModulation modulation;
 };
 
 /** Adds "Tag@attribute", "Tag/child", and so on for the children. */
