@@ -95,7 +95,7 @@ GUISettingsComponent::GUISettingsComponent (BasePlugin& plugin, const juce::Stri
 
 GUISettingsComponent::~GUISettingsComponent() = default;
 
-void GUISettingsComponent::comboBoxButtonChosen (ComboBoxButton&)
+void GUISettingsComponent::itemChosen (ComboBoxButton&)
 {
     listener.skinChosen (names.getText());
 }

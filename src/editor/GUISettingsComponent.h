@@ -36,7 +36,7 @@ public:
 private:
     class SkinButton;
 
-    void comboBoxButtonChosen (ComboBoxButton&) override;
+    void itemChosen (ComboBoxButton&) override;
 
     Listener& listener;
     ComboBoxButton names;

@@ -2,11 +2,9 @@
 
 #include "skin/ModulationMatrixComponent.h"
 
-#include <array>
-
+#include "skin/ModulationMatrixTable.h"
 #include "widgets/DefaultLookAndFeel.h"
 #include "widgets/Icons.h"
-#include "widgets/ModulationSlider.h"
 
 namespace quilvane
 {
@@ -16,33 +14,6 @@ namespace
 
 constexpr int buttonSize = 24, stripX = 5, stripY = 4;
 constexpr int tableMargin = 8, tableY = stripY + buttonSize + stripY;
-constexpr int headerHeight = 20, rowHeight = 30, boxHeight = 20;
-constexpr int scrollBarWidth = 10;
-constexpr float headerFontHeight = 12.0f;
-
-const DefaultLookAndFeel* findLook (const juce::Component& component)
-{
-    return dynamic_cast<const DefaultLookAndFeel*> (&component.getLookAndFeel());
-}
-
-/** The grid of the header and the rows. */
-struct Columns
-{
-    explicit Columns (juce::Rectangle<int> area)
-    {
-        constexpr int margin = 10, gap = 12, sourceShare = 28, destinationShare = 34; // in percent of the width
-        area.reduce (margin, 0);
-
-        const auto room = juce::jmax (0, area.getWidth() - 2 * gap);
-        source = area.removeFromLeft (room * sourceShare / 100);
-        area.removeFromLeft (gap);
-        destination = area.removeFromLeft (room * destinationShare / 100);
-        area.removeFromLeft (gap);
-        amount = area;
-    }
-
-    juce::Rectangle<int> source, destination, amount;
-};
 
 } // namespace
 
@@ -52,247 +23,6 @@ const juce::StringArray& ModulationMatrixComponent::getSources()
                                              "Channel Pressure", "Sustain",    "Arpe Gate",  "Arpe Tie" };
     return sources;
 }
-
-//==============================================================================
-/** Two boxes and an amount. What it shows is the model's; what the user sets goes there at once. */
-class ModulationMatrixComponent::Row final : public juce::Component
-{
-public:
-    Row (ModulationMatrixComponent& matrix, int rowIndex) :
-        owner (matrix),
-        index (rowIndex),
-        source (&matrix.controllerChoiceMenu)
-    {
-        const auto suffix = " of row " + juce::String (index + 1);
-        source.setTitle ("Source" + suffix);
-        destination.setTitle ("Destination" + suffix);
-        amount.setTitle ("Amount" + suffix);
-
-        source.setItems (getSources());
-
-        for (auto* box : { &source, &destination })
-        {
-            box->setTextForNone ("None");
-            box->addListener (&owner);
-        }
-
-        amount.onValueChange = [this] { owner.changeModel (index, read()); };
-
-        for (auto* part : getParts())
-        {
-            part->addMouseListener (this, false);
-            addAndMakeVisible (part);
-        }
-
-        setMouseClickGrabsKeyboardFocus (false);
-    }
-
-    void show (const ModulationMatrixModel::Row& row, const juce::StringArray& destinations)
-    {
-        source.setSelectedIndex (row.source);
-        destination.setItems (destinations);
-        destination.setSelectedIndex (row.destination);
-        amount.setValue (static_cast<double> (row.amount), juce::dontSendNotification);
-    }
-
-    ModulationMatrixModel::Row read() const
-    {
-        return { source.getSelectedIndex(), destination.getSelectedIndex(), static_cast<float> (amount.getValue()) };
-    }
-
-    bool has (const ComboBoxEx& box) const { return &box == &source || &box == &destination; }
-
-    /** Gives the focus to the part of this row that has it in another one, if one has. */
-    void takeFocusFrom (const Row& other)
-    {
-        for (int i = 0; i < other.getNumChildComponents(); ++i)
-            if (other.getChildComponent (i)->hasKeyboardFocus (true))
-                return getChildComponent (i)->grabKeyboardFocus();
-    }
-
-    void mouseDown (const juce::MouseEvent& e) override
-    {
-        owner.selectRow (index);
-
-        if (e.eventComponent == this && owner.isShowing())
-            owner.grabKeyboardFocus();
-    }
-
-    // Before the viewport takes the arrows for scrolling.
-    bool keyPressed (const juce::KeyPress& key) override { return owner.keyPressed (key); }
-
-    void focusOfChildComponentChanged (FocusChangeType) override
-    {
-        if (hasKeyboardFocus (true))
-            owner.selectRow (index);
-    }
-
-    void resized() override
-    {
-        const Columns columns (getLocalBounds());
-        source.setBounds (columns.source.withSizeKeepingCentre (columns.source.getWidth(), boxHeight));
-        destination.setBounds (columns.destination.withSizeKeepingCentre (columns.destination.getWidth(), boxHeight));
-        amount.setBounds (columns.amount.expanded (ModulationSlider::margin, 0));
-    }
-
-    void paint (juce::Graphics& g) override
-    {
-        constexpr float selectedAlpha = 0.4f;
-        constexpr int markWidth = 4;
-        const auto* look = findLook (*this);
-
-        if (look == nullptr)
-            return;
-
-        auto area = getLocalBounds();
-        g.setColour (index % 2 == 0 ? look->findColour (juce::ListBox::backgroundColourId)
-                                    : look->findColour (DefaultLookAndFeel::itemBackgroundId));
-        g.fillRect (area);
-
-        if (owner.selectedRow != index)
-            return;
-
-        g.setColour (look->findColour (DefaultLookAndFeel::accentBrightId).withAlpha (selectedAlpha));
-        g.fillRect (area);
-        g.setColour (look->findColour (DefaultLookAndFeel::accentId));
-        g.fillRect (area.removeFromLeft (markWidth));
-    }
-
-private:
-    std::array<juce::Component*, 3> getParts() { return { &source, &destination, &amount }; }
-
-    ModulationMatrixComponent& owner;
-    const int index;
-    ComboBoxEx source, destination;
-    ModulationSlider amount;
-};
-
-//==============================================================================
-/** The names of the columns. */
-class ModulationMatrixComponent::Header final : public juce::Component
-{
-public:
-    Header() { setInterceptsMouseClicks (false, false); }
-
-    void paint (juce::Graphics& g) override
-    {
-        const auto* look = findLook (*this);
-
-        if (look == nullptr)
-            return;
-
-        g.fillAll (look->findColour (DefaultLookAndFeel::windowTitleId));
-        g.setColour (look->findColour (DefaultLookAndFeel::windowTitleTextId));
-        g.setFont (juce::Font ("Tahoma", "Bold", headerFontHeight));
-
-        const Columns columns (getLocalBounds().withTrimmedRight (scrollBarWidth));
-        const std::pair<const char*, juce::Rectangle<int>> texts[] { { "Source", columns.source },
-                                                                     { "Destination", columns.destination },
-                                                                     { "Amount", columns.amount } };
-
-        for (const auto& [text, area] : texts)
-            g.drawText (text, area, juce::Justification::centredLeft);
-    }
-};
-
-/** The frame over the table, which shows the keyboard's focus too. */
-class ModulationMatrixComponent::Shape final : public juce::Component
-{
-public:
-    explicit Shape (const juce::Component& matrix) : owner (matrix) { setInterceptsMouseClicks (false, false); }
-
-    void paint (juce::Graphics& g) override
-    {
-        const auto* look = findLook (*this);
-
-        if (look == nullptr)
-            return;
-
-        g.setColour (look->findColour (DefaultLookAndFeel::panelLineId));
-        g.drawRect (getLocalBounds(), 1);
-
-        if (owner.hasKeyboardFocus (false))
-            look->drawFocusRing (g, getLocalBounds());
-    }
-
-private:
-    const juce::Component& owner;
-};
-
-/** All rows, one below the other, of which the viewport shows a part. */
-class ModulationMatrixComponent::ViewportComponent final : public juce::Component
-{
-public:
-    ViewportComponent() { setInterceptsMouseClicks (false, true); }
-
-    void layOut (int width)
-    {
-        for (int i = 0; i < getNumChildComponents(); ++i)
-            getChildComponent (i)->setBounds (0, i * rowHeight, width, rowHeight);
-
-        setSize (width, getNumChildComponents() * rowHeight);
-    }
-};
-
-/** The header, the rows and the frame. */
-class ModulationMatrixComponent::Table final : public juce::Component
-{
-public:
-    explicit Table (const juce::Component& matrix) : shape (matrix)
-    {
-        viewport.setViewedComponent (&content, false);
-        viewport.setScrollBarsShown (true, false);
-        viewport.setScrollBarThickness (scrollBarWidth);
-        viewport.setWantsKeyboardFocus (false);
-        addAndMakeVisible (header);
-        addAndMakeVisible (viewport);
-        addAndMakeVisible (shape);
-        setInterceptsMouseClicks (false, true);
-    }
-
-    void add (juce::Component& row) { content.addAndMakeVisible (row); }
-
-    /** After rows have come or gone. */
-    void layOut()
-    {
-        // The grid is the same with the scroll bar and without.
-        content.layOut (juce::jmax (0, viewport.getWidth() - scrollBarWidth));
-        repaint();
-    }
-
-    void show (int row)
-    {
-        const auto top = row * rowHeight, bottom = top + rowHeight;
-        const auto seen = viewport.getViewArea();
-
-        if (top < seen.getY())
-            viewport.setViewPosition (0, top);
-        else if (bottom > seen.getBottom())
-            viewport.setViewPosition (0, bottom - viewport.getViewHeight());
-    }
-
-    void resized() override
-    {
-        auto area = getLocalBounds();
-        shape.setBounds (area);
-        area.reduce (1, 1);
-        header.setBounds (area.removeFromTop (headerHeight));
-        viewport.setBounds (area);
-        layOut();
-    }
-
-    void paint (juce::Graphics& g) override
-    {
-        if (const auto* look = findLook (*this))
-            g.fillAll (look->findColour (juce::ListBox::backgroundColourId));
-    }
-
-private:
-    Header header;
-    ViewportComponent content;
-    juce::Viewport viewport;
-    Shape shape;
-};
 
 //==============================================================================
 ModulationMatrixComponent::ModulationMatrixComponent (const juce::String& controlName) :
@@ -443,7 +173,7 @@ void ModulationMatrixComponent::buttonClicked (juce::Button* button)
         move (button == &upButton ? -1 : 1, juce::ModifierKeys::currentModifiers.isCtrlDown());
 }
 
-void ModulationMatrixComponent::comboBoxChosen (ComboBoxEx& box)
+void ModulationMatrixComponent::itemChosen (ComboBoxEx& box)
 {
     for (int i = 0; i < rows.size(); ++i)
         if (rows[i]->has (box))
@@ -480,7 +210,7 @@ void ModulationMatrixComponent::resized()
 
 void ModulationMatrixComponent::paint (juce::Graphics& g)
 {
-    const auto* look = findLook (*this);
+    const auto* look = dynamic_cast<const DefaultLookAndFeel*> (&getLookAndFeel());
 
     if (look == nullptr)
         return;

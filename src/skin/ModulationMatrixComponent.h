@@ -73,7 +73,7 @@ private:
     void updateButtons();
 
     void buttonClicked (juce::Button*) override;
-    void comboBoxChosen (ComboBoxEx&) override;
+    void itemChosen (ComboBoxEx&) override;
     void handleAsyncUpdate() override { refresh(); }
 
     ModulationMatrixModel* model = nullptr;

@@ -22,11 +22,6 @@ ComboBoxButton::ComboBoxButton() : arrow (Icons::create (Icons::Name::arrowDown)
 
 ComboBoxButton::~ComboBoxButton() = default;
 
-void ComboBoxButton::tellChoice()
-{
-    listeners.call ([this] (auto& listener) { listener.comboBoxButtonChosen (*this); });
-}
-
 juce::Font ComboBoxButton::getFont() const
 {
     return juce::Font (DefaultLookAndFeel::getEmbeddedTypeface()).withHeight (DefaultLookAndFeel::textHeight);

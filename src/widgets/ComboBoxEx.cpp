@@ -14,11 +14,6 @@ constexpr int arrowWidth = 18, textMargin = 6;
 
 } // namespace
 
-void ComboBoxEx::tellChoice()
-{
-    listeners.call ([this] (auto& listener) { listener.comboBoxChosen (*this); });
-}
-
 juce::Font ComboBoxEx::getFont() const
 {
     return { "Tahoma", DefaultLookAndFeel::textHeight, juce::Font::plain };

@@ -6,6 +6,7 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
+#include "parameters/ListenerArray.h"
 #include "widgets/ParameterController.h"
 #include "widgets/PopupMenuEx.h"
 
@@ -14,7 +15,7 @@ namespace quilvane
 
 /** What the boxes with a list share: items, of which one is selected or none, and the menu that a press opens under the
     box. With a parameter the box shows its value, an index, and writes the choice to it in a gesture of its own; only
-    the first parameter counts. How a box looks and whom it tells is the derived classes' matter.
+    the first parameter counts. How a box looks is the derived classes' matter.
 
     The keyboard opens the menu with Space, Return, and the arrows up and down. For the message thread.
 */
@@ -84,6 +85,35 @@ private:
     juce::StringArray items;
     juce::String textForNone;
     int selectedIndex = -1;
+};
+
+/** The listeners of a class of boxes, who are told which box it was as the class that it is. */
+template <typename Box>
+class ItemChooserOf : public ItemChooser
+{
+public:
+    class Listener
+    {
+    public:
+        virtual ~Listener() = default;
+
+        /** The user has chosen an item, maybe the one that was selected. */
+        virtual void itemChosen (Box&) = 0;
+    };
+
+    using ItemChooser::ItemChooser;
+
+    void addListener (Listener* listener) { listeners.add (listener); }
+    void removeListener (Listener* listener) { listeners.remove (listener); }
+
+protected:
+    void tellChoice() final
+    {
+        listeners.call ([this] (auto& listener) { listener.itemChosen (static_cast<Box&> (*this)); });
+    }
+
+private:
+    ListenerArray<Listener> listeners;
 };
 
 } // namespace quilvane

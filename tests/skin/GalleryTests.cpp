@@ -47,9 +47,10 @@ private:
 
 class Gallery : public SkinTest
 {
-protected:
+public:
     ~Gallery() override { panel = nullptr; }
 
+protected:
     static juce::File folder() { return juce::File (QUILVANE_GALLERY_FOLDER); }
     static juce::String readDocument() { return readBoundedText (folder().getChildFile ("skin.xml")); }
     static bool shallUpdate() { return std::getenv ("QUILVANE_UPDATE_REFERENCES") != nullptr; }

@@ -16,7 +16,7 @@ namespace
 
 class Matrix : public SkinTest
 {
-protected:
+public:
     Matrix()
     {
         buildOne ("ModulationMatrix", {}, size (420, 140) + "<pos left=\"10\" top=\"20\"/>");
@@ -26,6 +26,7 @@ protected:
 
     ~Matrix() override { panel = nullptr; }
 
+protected:
     ModulationMatrixComponent& matrix() { return control<ModulationMatrixComponent>(); }
 
     juce::Button& button (const juce::String& name) { return dynamic_cast<juce::Button&> (*find (matrix(), name)); }

@@ -109,8 +109,8 @@ TEST_F (Boxes, FollowAndSetTheirParameter)
 {
     struct Listener : ComboBoxEx::Listener, ComboBoxButton::Listener
     {
-        void comboBoxChosen (ComboBoxEx& box) override { told.add (box.getSelectedIndex()); }
-        void comboBoxButtonChosen (ComboBoxButton& box) override { told.add (box.getSelectedIndex()); }
+        void itemChosen (ComboBoxEx& box) override { told.add (box.getSelectedIndex()); }
+        void itemChosen (ComboBoxButton& box) override { told.add (box.getSelectedIndex()); }
         juce::Array<int> told;
     } ofBox, ofButton;
 
@@ -128,20 +128,23 @@ TEST_F (Boxes, ShareAMenuAndKeepTheirChoicesApart)
     PopupMenuEx menu;
     menu.addItem (1, "One");
     menu.addItem (2, "Two");
-    ComboBoxEx first (&menu);
-    auto second = std::make_unique<ComboBoxEx> (&menu);
 
-    for (auto* box : { &first, second.get() })
+    const auto makeBox = [&]
     {
-        desktop.addAndMakeVisible (box);
+        auto box = std::make_unique<ComboBoxEx> (&menu);
         box->setItems ({ "One", "Two" });
-    }
+        desktop.addAndMakeVisible (*box);
+        return box;
+    };
 
-    first.showMenu();
-    openMenu()->dismiss();
+    const auto first = makeBox();
+    auto second = makeBox();
+
+    first->showMenu();
+    menu.close();
     second->showMenu();
     choose (1);
-    EXPECT_EQ (first.getSelectedIndex(), -1);
+    EXPECT_EQ (first->getSelectedIndex(), -1);
     EXPECT_EQ (second->getSelectedIndex(), 1);
 
     second->setItems ({ "One" });
