@@ -35,12 +35,14 @@ private:
 template <typename Type>
 void collect (juce::Component& parent, std::vector<Type*>& found)
 {
-    for (auto* child : parent.getChildren())
+    for (int i = 0; i < parent.getNumChildComponents(); ++i)
     {
-        if (auto* wanted = dynamic_cast<Type*> (child))
+        auto& child = *parent.getChildComponent (i);
+
+        if (auto* wanted = dynamic_cast<Type*> (&child))
             found.push_back (wanted);
 
-        collect (*child, found);
+        collect (child, found);
     }
 }
 

@@ -2,6 +2,7 @@
 
 // The boxes that open a list, and the slider of an amount.
 
+#include "editor/GUISettingsComponent.h"
 #include "parameters/IntParameter.h"
 #include "support/SkinInTest.h"
 #include "support/TestDesktop.h"
@@ -67,13 +68,13 @@ protected:
         EXPECT_EQ (shownItems (false), stages.getEnumNames());
         EXPECT_EQ (shownItems (true), juce::StringArray (stages.getEnumNames()[1]));
 
-        ControlLog log2;
-        stages.addListener (&log2);
+        ControlLog gestures;
+        stages.addListener (&gestures);
         choose (3);
-        stages.removeListener (&log2);
+        stages.removeListener (&gestures);
         EXPECT_EQ (box.getSelectedIndex(), 3);
         EXPECT_EQ (stages.getInt(), 3);
-        EXPECT_EQ (log2.take(), "begin change end");
+        EXPECT_EQ (gestures.take(), "begin change end");
         EXPECT_EQ (told, juce::Array<int> ({ 3 }));
 
         stages.setInt (0, true);
@@ -180,6 +181,46 @@ TEST_F (Boxes, ATextThatIsTooLongIsShortenedAndHasATooltip)
 
     box.setSize (400, 20);
     EXPECT_EQ (box.getTooltip(), "");
+}
+
+TEST_F (Boxes, SkinsAreChosenByNameAndByPictureAlike)
+{
+    struct Listener : GUISettingsComponent::Listener
+    {
+        void skinChosen (const juce::String& name) override { chosen.add (name); }
+        juce::StringArray chosen;
+    } listener;
+
+    const juce::StringArray skins { "Big", "Small", "Wide" };
+    GUISettingsComponent page (plugin(), skins, juce::File(), 500, listener);
+    desktop.addAndMakeVisible (page);
+    auto& names = *allOf<ComboBoxButton> (page).at (0);
+    EXPECT_EQ (names.getItems(), skins);
+
+    const auto lit = [&]
+    {
+        juce::StringArray found;
+
+        for (const auto* picture : allOf<juce::Button> (page))
+            if (picture->getToggleState())
+                found.add (picture->getName());
+
+        return found;
+    };
+
+    page.setCurrent ("small");
+    EXPECT_EQ (names.getText(), "Small");
+    EXPECT_EQ (lit(), juce::StringArray ("Small"));
+    EXPECT_TRUE (listener.chosen.isEmpty());
+
+    names.showMenu();
+    choose (2);
+    Mouse (*allOf<juce::Button> (page).at (0)).click();
+    EXPECT_EQ (listener.chosen, juce::StringArray ({ "Wide", "Big" }));
+
+    page.setCurrent ("one that was removed");
+    EXPECT_EQ (names.getText(), "");
+    EXPECT_TRUE (lit().isEmpty());
 }
 
 TEST_F (Boxes, AnAmountFillsFromTheMiddle)
