@@ -35,14 +35,12 @@ private:
 template <typename Type>
 void collect (juce::Component& parent, std::vector<Type*>& found)
 {
-    for (int i = 0; i < parent.getNumChildComponents(); ++i)
+    for (int i = 0; auto* child = parent.getChildComponent (i); ++i)
     {
-        auto& child = *parent.getChildComponent (i);
-
-        if (auto* wanted = dynamic_cast<Type*> (&child))
+        if (auto* wanted = dynamic_cast<Type*> (child))
             found.push_back (wanted);
 
-        collect (child, found);
+        collect (*child, found);
     }
 }
 
