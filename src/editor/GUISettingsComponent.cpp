@@ -63,8 +63,15 @@ private:
 
 //==============================================================================
 GUISettingsComponent::GUISettingsComponent (BasePlugin& plugin, const juce::StringArray& skinNames,
-                                            const juce::File& skinsFolder, int width, Listener& listener)
+                                            const juce::File& skinsFolder, int width, Listener& chosenBy) :
+    listener (chosenBy)
 {
+    names.setItems (skinNames);
+    names.setTitle ("Default skin");
+    names.setSize (buttonWidth, rowHeight);
+    names.addListener (this);
+    list.add (names);
+
     const auto perLine = juce::jmax (1, (width - captionWidth + rowSpacing) / (buttonWidth + rowSpacing));
 
     for (const auto& name : skinNames)
@@ -74,7 +81,7 @@ GUISettingsComponent::GUISettingsComponent (BasePlugin& plugin, const juce::Stri
         const auto background = thumbnail.isValid() ? juce::Image() : skin.getImage (SkinFile::backgroundName);
 
         auto* button = buttons.add (std::make_unique<SkinButton> (name, thumbnail, background));
-        button->onClick = [&listener, name] { listener.skinChosen (name); };
+        button->onClick = [this, name] { listener.skinChosen (name); };
 
         if ((buttons.size() - 1) % perLine == 0)
             list.add (*lines.add (std::make_unique<ComponentRow> (ComponentRow::Direction::horizontal,
@@ -88,8 +95,15 @@ GUISettingsComponent::GUISettingsComponent (BasePlugin& plugin, const juce::Stri
 
 GUISettingsComponent::~GUISettingsComponent() = default;
 
+void GUISettingsComponent::itemChosen (ComboBoxButton&)
+{
+    listener.skinChosen (names.getText());
+}
+
 void GUISettingsComponent::setCurrent (const juce::String& skin)
 {
+    names.setSelectedIndex (names.getItems().indexOf (skin, true));
+
     for (auto* button : buttons)
         button->setToggleState (button->getName().equalsIgnoreCase (skin), juce::dontSendNotification);
 }

@@ -3,14 +3,16 @@
 #pragma once
 
 #include "editor/DefaultSettingsComponent.h"
+#include "widgets/ComboBoxButton.h"
 
 namespace quilvane
 {
 
 class BasePlugin;
 
-/** The skins that are installed, each with a small picture, and the choice of one, which new instances take too. */
-class GUISettingsComponent final : public DefaultSettingsComponent
+/** The skins that are installed, as a list of names and each with a small picture, and the choice of one by either,
+    which new instances take too. */
+class GUISettingsComponent final : public DefaultSettingsComponent, private ComboBoxButton::Listener
 {
 public:
     class Listener
@@ -34,6 +36,10 @@ public:
 private:
     class SkinButton;
 
+    void itemChosen (ComboBoxButton&) override;
+
+    Listener& listener;
+    ComboBoxButton names;
     juce::OwnedArray<SkinButton> buttons;
     juce::OwnedArray<ComponentRow> lines;
     ComponentRow list { ComponentRow::Direction::vertical, ComponentRow::Alignment::start, rowSpacing };

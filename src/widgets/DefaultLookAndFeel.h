@@ -85,6 +85,20 @@ public:
     /** Around the part that has the keyboard's focus. */
     void drawFocusRing (juce::Graphics&, juce::Rectangle<int> area) const;
 
+    struct FaceState
+    {
+        bool isEnabled, isOver, isDown;
+    };
+
+    /** The face of a button.
+        @param connectedEdges flags of juce::Button, for buttons that share their edges */
+    void drawButtonFace (juce::Graphics&, juce::Rectangle<int> face, juce::Colour ground, FaceState,
+                         int connectedEdges = 0) const;
+
+    /** The ground, the arrow and the outline of a box that opens a list, in its colours of juce::ComboBox. */
+    void drawDropDown (juce::Graphics&, const juce::Component& box, juce::Rectangle<int> arrow, bool hasFocus,
+                       bool isOver) const;
+
     /** Of texts in windows, in pixels. */
     static constexpr float textHeight = 13.0f;
     static constexpr float titleHeight = 15.0f;

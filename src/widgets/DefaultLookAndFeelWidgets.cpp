@@ -18,26 +18,35 @@ constexpr int textMargin = 12; // on both sides of a button's text
 
 } // namespace
 
-void DefaultLookAndFeel::drawButtonBackground (juce::Graphics& g, juce::Button& button, const juce::Colour& ground,
-                                               bool isOver, bool isDown)
+void DefaultLookAndFeel::drawButtonFace (juce::Graphics& g, juce::Rectangle<int> face, juce::Colour ground,
+                                         FaceState state, int connectedEdges) const
 {
-    auto colour = ground.withMultipliedAlpha (button.isEnabled() ? 1.0f : disabledAlpha);
+    auto colour = ground.withMultipliedAlpha (state.isEnabled ? 1.0f : disabledAlpha);
 
-    if (isDown)
+    if (state.isDown)
         colour = colour.darker (downDarkness);
-    else if (isOver)
+    else if (state.isOver)
         colour = colour.brighter (overBrightness);
 
     // Buttons that stand together share their edges.
-    const auto area = button.getLocalBounds().toFloat();
-    const auto left = button.isConnectedOnLeft(), right = button.isConnectedOnRight();
-    const auto top = button.isConnectedOnTop(), bottom = button.isConnectedOnBottom();
+    const auto isFree = [=] (int edges) { return (connectedEdges & edges) == 0; };
+    const auto area = face.toFloat();
 
     juce::Path shape;
     shape.addRoundedRectangle (area.getX(), area.getY(), area.getWidth(), area.getHeight(), corner, corner,
-                               ! (left || top), ! (right || top), ! (left || bottom), ! (right || bottom));
+                               isFree (juce::Button::ConnectedOnLeft | juce::Button::ConnectedOnTop),
+                               isFree (juce::Button::ConnectedOnRight | juce::Button::ConnectedOnTop),
+                               isFree (juce::Button::ConnectedOnLeft | juce::Button::ConnectedOnBottom),
+                               isFree (juce::Button::ConnectedOnRight | juce::Button::ConnectedOnBottom));
     g.setColour (colour);
     g.fillPath (shape);
+}
+
+void DefaultLookAndFeel::drawButtonBackground (juce::Graphics& g, juce::Button& button, const juce::Colour& ground,
+                                               bool isOver, bool isDown)
+{
+    drawButtonFace (g, button.getLocalBounds(), ground, { button.isEnabled(), isOver, isDown },
+                    button.getConnectedEdgeFlags());
 
     if (button.hasKeyboardFocus (false))
         drawFocusRing (g, button.getLocalBounds());
@@ -104,21 +113,30 @@ void DefaultLookAndFeel::drawScrollbar (juce::Graphics& g, juce::ScrollBar& bar,
     g.fillRect (thumb.reduced (isVertical ? 2 : 1, isVertical ? 1 : 2));
 }
 
-void DefaultLookAndFeel::drawComboBox (juce::Graphics& g, int width, int height, bool, int buttonX, int buttonY,
-                                       int buttonWidth, int buttonHeight, juce::ComboBox& box)
+void DefaultLookAndFeel::drawDropDown (juce::Graphics& g, const juce::Component& box, juce::Rectangle<int> arrow,
+                                       bool hasFocus, bool isOver) const
 {
-    const juce::Rectangle<int> area (width, height);
-    g.setColour (box.findColour (juce::ComboBox::backgroundColourId));
-    g.fillRect (area);
-    dropDownIcon->drawWithin (g,
-                              juce::Rectangle<int> (buttonX, buttonY, buttonWidth, buttonHeight).reduced (5).toFloat(),
-                              juce::RectanglePlacement::centred, box.isEnabled() ? 1.0f : disabledAlpha);
+    constexpr int arrowMargin = 5;
+    const auto area = box.getLocalBounds();
+    const auto isLit = isOver && box.isEnabled();
 
-    if (box.hasKeyboardFocus (true))
+    g.setColour (box.findColour (juce::ComboBox::backgroundColourId)
+                     .withMultipliedAlpha (box.isEnabled() ? 1.0f : disabledAlpha));
+    g.fillRect (area);
+    dropDownIcon->drawWithin (g, arrow.reduced (arrowMargin).toFloat(), juce::RectanglePlacement::centred,
+                              box.isEnabled() ? 1.0f : disabledAlpha);
+
+    if (hasFocus)
         return drawFocusRing (g, area);
 
-    g.setColour (box.findColour (juce::ComboBox::outlineColourId));
+    g.setColour (isLit ? findColour (accentId) : box.findColour (juce::ComboBox::outlineColourId));
     g.drawRect (area, 1);
+}
+
+void DefaultLookAndFeel::drawComboBox (juce::Graphics& g, int, int, bool, int buttonX, int buttonY, int buttonWidth,
+                                       int buttonHeight, juce::ComboBox& box)
+{
+    drawDropDown (g, box, { buttonX, buttonY, buttonWidth, buttonHeight }, box.hasKeyboardFocus (true), false);
 }
 
 juce::Component* DefaultLookAndFeel::getParentComponentForMenuOptions (const juce::PopupMenu::Options& options)

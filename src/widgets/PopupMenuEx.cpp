@@ -329,6 +329,7 @@ int PopupMenuEx::getTicked() const
 
 void PopupMenuEx::show (juce::Component& parent, juce::Rectangle<int> area, int idToMark)
 {
+    opener = &parent;
     tick (idToMark);
     showAt (parent, area, false);
 }

@@ -74,6 +74,10 @@ public:
     void close();
     bool isOpen() const;
 
+    /** The parent that show() was last given; null if it's gone. Tells the boxes that share a menu whose choice it
+        was. */
+    const juce::Component* getOpener() const noexcept { return opener; }
+
     void addListener (Listener* listener) { listeners.add (listener); }
     void removeListener (Listener* listener) { listeners.remove (listener); }
 
@@ -102,6 +106,7 @@ private:
     ListenerArray<Listener> listeners;
     std::unique_ptr<PopupMenuComponent> component;
     PopupMenuEx* parentMenu = nullptr;
+    juce::Component::SafePointer<juce::Component> opener;
     int chosenId = 0;
 };
 

@@ -11,7 +11,9 @@
 #include "skin/GFXAnimation.h"
 #include "skin/ImageComboBox.h"
 #include "skin/ImageMidiKeyboard.h"
+#include "skin/ModulationMatrixComponent.h"
 #include "support/GalleryImages.h"
+#include "support/InMemoryModulation.h"
 #include "support/SkinInTest.h"
 #include "support/TestDesktop.h"
 #include "widgets/DefaultLookAndFeel.h"
@@ -48,6 +50,9 @@ private:
 
 class Gallery : public SkinTest
 {
+public:
+    ~Gallery() override { panel = nullptr; }
+
 protected:
     static juce::File folder() { return juce::File (QUILVANE_GALLERY_FOLDER); }
     static juce::String readDocument() { return readBoundedText (folder().getChildFile ("skin.xml")); }
@@ -72,6 +77,9 @@ protected:
 
         for (const auto note : { 52, 54 })
             control<ImageMidiKeyboard> ("Keyboard").getNotes().noteOn (1, note, 1.0f);
+
+        if (withImages)
+            fillMatrix();
 
         return paint (*panel);
     }
@@ -113,6 +121,17 @@ protected:
     static juce::File documentationPicture (const juce::String& name)
     {
         return folder().getChildFile ("../../docs/pictures/skins").getChildFile (name + ".png");
+    }
+
+    /** Gives the matrix rows, which no skin can bring. */
+    void fillMatrix()
+    {
+        auto& cell = component ("ModulationMatrix");
+        auto& matrix = dynamic_cast<ModulationMatrixComponent&> (*find (cell, "ModulationMatrix"));
+        modulation.rows = { { 0, 0, 0.35f },  { 3, 1, -0.6f }, { 5, 2, 1.0f },
+                            { -1, -1, 0.0f }, { 2, 3, -1.0f }, { 1, 1, 0.1f } };
+        matrix.setModel (&modulation);
+        matrix.selectRow (1);
     }
 
     static void write (const juce::Image& image, const juce::File& file)
@@ -174,6 +193,7 @@ protected:
     }
 
     const OwnFonts fonts;
+    InMemoryModulation modulation;
 };
 
 /** Adds "Tag@attribute", "Tag/child", and so on for the children. */

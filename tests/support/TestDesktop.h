@@ -60,7 +60,7 @@ public:
 template <typename Type>
 void collect (juce::Component& parent, std::vector<Type*>& found)
 {
-    for (auto* child : parent.getChildren())
+    for (int i = 0; auto* child = parent.getChildComponent (i); ++i)
     {
         if (auto* wanted = dynamic_cast<Type*> (child))
             found.push_back (wanted);

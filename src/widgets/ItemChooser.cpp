@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "widgets/ItemChooser.h"
+
+#include "parameters/IntParameter.h"
+
+namespace quilvane
+{
+
+namespace
+{
+
+constexpr float dimmed = 0.5f;
+
+} // namespace
+
+ItemChooser::ItemChooser (PopupMenuEx* sharedMenu) :
+    ownMenu (sharedMenu == nullptr ? std::make_unique<PopupMenuEx>() : nullptr),
+    menu (sharedMenu != nullptr ? *sharedMenu : *ownMenu)
+{
+    menu.addListener (this);
+    setWantsKeyboardFocus (true);
+    setMouseClickGrabsKeyboardFocus (false);
+    setRepaintsOnMouseActivity (true);
+}
+
+ItemChooser::~ItemChooser()
+{
+    menu.removeListener (this);
+
+    if (menu.getOpener() == this)
+        menu.close();
+}
+
+void ItemChooser::setItems (const juce::StringArray& newItems)
+{
+    if (items == newItems)
+        return;
+
+    items = newItems;
+
+    if (ownMenu != nullptr)
+    {
+        ownMenu->clear();
+
+        for (int i = 0; i < items.size(); ++i)
+            ownMenu->addItem (i + 1, items[i]);
+    }
+
+    setSelectedIndex (selectedIndex);
+    repaint();
+}
+
+void ItemChooser::setSelectedIndex (int index)
+{
+    const auto newIndex = juce::isPositiveAndBelow (index, items.size()) ? index : -1;
+
+    if (std::exchange (selectedIndex, newIndex) == newIndex)
+        return;
+
+    if (auto* handler = getAccessibilityHandler())
+        handler->notifyAccessibilityEvent (juce::AccessibilityEvent::valueChanged);
+
+    repaint();
+}
+
+void ItemChooser::setTextForNone (const juce::String& text)
+{
+    textForNone = text;
+    repaint();
+}
+
+//==============================================================================
+void ItemChooser::showMenu()
+{
+    if (isEnabled() && ! items.isEmpty())
+        menu.show (*this, getLocalBounds(), selectedIndex + 1);
+}
+
+void ItemChooser::popupMenuItemChosen (PopupMenuEx&, int id)
+{
+    if (menu.getOpener() != this || ! juce::isPositiveAndBelow (id - 1, items.size()))
+        return;
+
+    setSelectedIndex (id - 1);
+
+    if (auto* parameter = getParameter (0))
+    {
+        parameter->beginGesture();
+        parameter->setInt (selectedIndex, true);
+        parameter->endGesture();
+    }
+
+    tellChoice();
+}
+
+void ItemChooser::parameterAdded (Parameter& parameter, size_t)
+{
+    if (const auto* list = dynamic_cast<const EnumParameter*> (&parameter))
+        setItems (list->getEnumNames());
+}
+
+void ItemChooser::updateFromParameter (Parameter& parameter)
+{
+    setSelectedIndex (parameter.getInt());
+}
+
+//==============================================================================
+void ItemChooser::mouseDown (const juce::MouseEvent& e)
+{
+    if (e.mods.isLeftButtonDown())
+        showMenu();
+}
+
+bool ItemChooser::keyPressed (const juce::KeyPress& key)
+{
+    for (const auto code :
+         { juce::KeyPress::spaceKey, juce::KeyPress::returnKey, juce::KeyPress::downKey, juce::KeyPress::upKey })
+        if (key == juce::KeyPress (code))
+        {
+            showMenu();
+            return true;
+        }
+
+    return false;
+}
+
+void ItemChooser::enablementChanged()
+{
+    if (! isEnabled() && menu.getOpener() == this)
+        menu.close();
+
+    repaint();
+}
+
+juce::String ItemChooser::getTooltip()
+{
+    const auto isShortened = getFont().getStringWidthFloat (getText()) > static_cast<float> (getTextArea().getWidth());
+    return isShortened ? getText() : juce::String();
+}
+
+void ItemChooser::drawSelectedText (juce::Graphics& g, juce::Colour colour) const
+{
+    g.setColour (colour.withMultipliedAlpha (isEnabled() && selectedIndex >= 0 ? 1.0f : dimmed));
+    g.setFont (getFont());
+    g.drawText (selectedIndex >= 0 ? getText() : textForNone, getTextArea(), juce::Justification::centredLeft);
+}
+
+std::unique_ptr<juce::AccessibilityHandler> ItemChooser::createAccessibilityHandler()
+{
+    class Value final : public juce::AccessibilityTextValueInterface
+    {
+    public:
+        explicit Value (const ItemChooser& chooser) : owner (chooser) {}
+
+        bool isReadOnly() const override { return true; }
+        juce::String getCurrentValueAsString() const override
+        {
+            return owner.selectedIndex >= 0 ? owner.getText() : owner.textForNone;
+        }
+        void setValueAsString (const juce::String&) override {}
+
+    private:
+        const ItemChooser& owner;
+    };
+
+    const auto open = [this] { showMenu(); };
+    const auto actions = juce::AccessibilityActions()
+                             .addAction (juce::AccessibilityActionType::press, open)
+                             .addAction (juce::AccessibilityActionType::showMenu, open);
+    return std::make_unique<juce::AccessibilityHandler> (
+        *this, juce::AccessibilityRole::comboBox, actions,
+        juce::AccessibilityHandler::Interfaces { std::make_unique<Value> (*this) });
+}
+
+} // namespace quilvane
