@@ -36,12 +36,13 @@ constexpr float lowestCentreNote = 31.349958f;
 constexpr float maximumFeedback = 0.95f;
 constexpr float maximumGain = 4.0f; // +12 dB
 
-constexpr float maximumFrequency = 12543.854f; // Hz, MIDI note 127
+constexpr auto maximumFrequency = static_cast<float> (QuilvaneOTA::maximumFrequency);
 
 // An input sample above the threshold wakes its side; a side sleeps when its envelope is below it.
 constexpr float wakeThreshold = 1.52587e-5f;
 constexpr double sleepThreshold = 1.5258699932019226e-05;
 constexpr double silenceDecayPerUnit = 0.0004;
+constexpr double wideAwake = 1.0e-3; // an envelope that takes more than a run to reach the threshold
 
 template <typename Table>
 auto entryAt (const Table& table, int index)
@@ -206,40 +207,57 @@ void QuilvaneCore::lfoParameterChanged (const Parameter& parameter, QuilvaneLFO 
 //==============================================================================
 bool QuilvaneCore::runGate (Side& side, const float* input, Run<bool>& isActive, int numSamples) const noexcept
 {
-    auto active = side.active;
-    auto envelope = side.envelope;
-    bool isAnyLoud = false, isAnyActive = false, isAnyAsleep = false;
-
-    for (int i = 0; i < numSamples; ++i)
-        isAnyLoud |= std::abs (input[i]) > wakeThreshold;
+    const auto isLoud = [] (float sample) { return std::abs (sample) > wakeThreshold; };
 
     // Asleep, and nothing wakes it: what the envelope falls to doesn't matter.
-    if (! active && ! isAnyLoud)
+    if (! side.active && std::none_of (input, input + numSamples, isLoud))
     {
         std::fill_n (isActive.begin(), numSamples, false);
         return true;
     }
 
-    for (size_t i = 0; i < static_cast<size_t> (numSamples); ++i)
+    // Awake, and no run is long enough to fall asleep in.
+    if (side.active && side.envelope > wideAwake)
     {
-        if (std::abs (input[i]) > wakeThreshold)
+        std::fill_n (isActive.begin(), numSamples, true);
+        auto quiet = numSamples; // since the last loud sample
+
+        for (int i = numSamples; --i >= 0;)
         {
-            active = true;
-            envelope = 1.0;
+            if (isLoud (input[i]))
+            {
+                side.envelope = 1.0;
+                quiet = numSamples - i;
+                break;
+            }
         }
 
-        envelope *= silenceDecay;
+        while (--quiet >= 0)
+            side.envelope *= silenceDecay;
 
-        if (envelope < sleepThreshold)
-            active = false;
-
-        isActive[i] = active;
-        isAnyActive |= active;
-        isAnyAsleep |= ! active;
+        return true;
     }
 
-    side.active = active;
-    side.envelope = envelope;
+    bool isAnyActive = false, isAnyAsleep = false;
+
+    for (size_t i = 0; i < static_cast<size_t> (numSamples); ++i)
+    {
+        if (isLoud (input[i]))
+        {
+            side.active = true;
+            side.envelope = 1.0;
+        }
+
+        side.envelope *= silenceDecay;
+
+        if (side.envelope < sleepThreshold)
+            side.active = false;
+
+        isActive[i] = side.active;
+        isAnyActive |= side.active;
+        isAnyAsleep |= ! side.active;
+    }
+
     return isAnyActive != isAnyAsleep;
 }
 

@@ -28,6 +28,7 @@ class QuilvaneOTA
 {
 public:
     static constexpr size_t maximumStages = 8;
+    static constexpr double maximumFrequency = 12543.8544921875; // Hz, MIDI note 127 as a float
 
     /** @param oversampling the factor at which process() will be called */
     QuilvaneOTA (const SampleRateConstants&, double oversampling);
@@ -55,7 +56,7 @@ public:
     void setFeedback (float feedback) noexcept;
 
     //==============================================================================
-    /** Tunes the all-passes, from 0 to 12543.854 Hz; once per sample of the base rate. */
+    /** Tunes the all-passes, from 0 to maximumFrequency; once per sample of the base rate. */
     void setFrequency (double hz) noexcept;
 
     /** One step of the smoothed values; once per sample of the base rate, after setFrequency(). */

@@ -21,6 +21,7 @@ using Double2 = double __attribute__ ((vector_size (16)));
 using Double4 = double __attribute__ ((vector_size (32)));
 using Float4 = float __attribute__ ((vector_size (16)));
 using Int4 = int32_t __attribute__ ((vector_size (16)));
+using Long2 = int64_t __attribute__ ((vector_size (16)));
 using Long4 = int64_t __attribute__ ((vector_size (32)));
 
 #define QUILVANE_INLINE inline __attribute__ ((always_inline))
@@ -62,9 +63,10 @@ QUILVANE_INLINE Float4 roundExactly (Double4 v, double relativeError, Exact&& ex
     const auto error = v * relativeError;
     const auto low = __builtin_convertvector(v - error, Float4), high = __builtin_convertvector(v + error, Float4);
     const Int4 differ = low != high; // NaN too
+    const auto halves = reinterpret_cast<Long2> (differ);
     auto result = low;
 
-    if ((differ[0] | differ[1] | differ[2] | differ[3]) != 0)
+    if ((halves[0] | halves[1]) != 0)
         for (int i = 0; i < 4; ++i)
             if (differ[i] != 0)
                 result[i] = exact (i);
