@@ -85,7 +85,7 @@ void FastNetwork::run (const Kernels& kernels, Network* const (&sides)[NumSides]
     alignas (32) double warped[2 * maximumSamples];
     const auto scale = TPTOnePole::twoPi * first.allpass.halfPeriod;
 
-    if (QuilvaneOTA::maximumFrequency * scale <= Kernels::warpLimit)
+    if (static_cast<double> (QuilvaneOTA::maximumFrequency) * scale <= Kernels::warpLimit)
         kernels.warp (hz, scale, first.allpass.twoOverPeriod * first.allpass.halfPeriod, warped, (count + 3) / 4 * 4);
     else
         std::transform (hz, hz + count, warped, [&] (float f) { return first.allpass.warp (static_cast<double> (f)); });

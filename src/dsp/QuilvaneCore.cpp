@@ -36,8 +36,6 @@ constexpr float lowestCentreNote = 31.349958f;
 constexpr float maximumFeedback = 0.95f;
 constexpr float maximumGain = 4.0f; // +12 dB
 
-constexpr auto maximumFrequency = static_cast<float> (QuilvaneOTA::maximumFrequency);
-
 // An input sample above the threshold wakes its side; a side sleeps when its envelope is below it.
 constexpr float wakeThreshold = 1.52587e-5f;
 constexpr double sleepThreshold = 1.5258699932019226e-05;
@@ -62,7 +60,7 @@ float limitFrequency (float hz)
     if (hz < 0.0f)
         return 0.0f;
 
-    return hz > maximumFrequency ? maximumFrequency : hz;
+    return hz > QuilvaneOTA::maximumFrequency ? QuilvaneOTA::maximumFrequency : hz;
 }
 
 } // namespace

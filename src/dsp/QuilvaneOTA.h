@@ -28,7 +28,7 @@ class QuilvaneOTA
 {
 public:
     static constexpr size_t maximumStages = 8;
-    static constexpr double maximumFrequency = 12543.8544921875; // Hz, MIDI note 127 as a float
+    static constexpr float maximumFrequency = 12543.854f; // Hz, MIDI note 127
 
     /** @param oversampling the factor at which process() will be called */
     QuilvaneOTA (const SampleRateConstants&, double oversampling);

@@ -246,14 +246,14 @@ void BasePluginEditor::timerTick (bool isShown)
         midiActivityDisplay->flash (activityMs);
 }
 
-ParameterTarget* BasePluginEditor::findTarget (juce::Component* component) const
+SkinControl* BasePluginEditor::findTarget (juce::Component* component) const
 {
     if (skinPanel == nullptr || component == nullptr || ! skinPanel->isParentOf (component))
         return nullptr;
 
     // A part of a control stands for the control.
     for (; component != nullptr && component != skinPanel.get(); component = component->getParentComponent())
-        if (auto* target = dynamic_cast<ParameterTarget*> (component))
+        if (auto* target = dynamic_cast<SkinControl*> (component))
             return target;
 
     return nullptr;

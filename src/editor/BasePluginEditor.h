@@ -148,7 +148,7 @@ private:
     void closeWindows();
     void browsePresets();
     void savePreset();
-    ParameterTarget* findTarget (juce::Component*) const;
+    SkinControl* findTarget (juce::Component*) const;
     void setWantedSkin (const juce::String&);
     void selectAdjacentPreset (int eventId);
     void browserOpened (ContentBrowser&) override;

@@ -38,7 +38,7 @@ void MidiLearnLayer::collect (juce::Component& parent, const juce::Component& ro
         if (! child->isVisible())
             continue;
 
-        auto* target = dynamic_cast<ParameterTarget*> (child);
+        auto* target = dynamic_cast<SkinControl*> (child);
         bool accepts = false, acceptsChildren = false;
         child->getInterceptsMouseClicks (accepts, acceptsChildren);
 

@@ -12,7 +12,8 @@ namespace quilvane
 class SkinFile;
 
 /** Builds the control that an element of a skin stands for, by its tag without regard to case, and lets it read
-    itself. A new kind of control is one row of the table in ControlFactory.cpp.
+    itself. A new kind of control is a file of its own and one row of the table in ControlFactory.cpp: a juce::Component
+    that is a SkinControl too, with a constructor from its name.
     @returns null for an unknown tag */
 std::unique_ptr<juce::Component> createControl (const juce::XmlElement&, SkinFile&);
 

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include <juce_gui_basics/juce_gui_basics.h>
+#include "skin/FilmStrip.h"
 
 namespace quilvane
 {
@@ -43,6 +43,16 @@ struct Fallbacks
         g.setColour (juce::Colours::black);
         g.setFont (static_cast<float> (cell.getHeight()) * 0.75f);
         g.drawText (text, cell, juce::Justification::centred, false);
+    }
+
+    /** A cell by its strip, whose first frame is the dark one, or without one as above. */
+    static void paintCell (juce::Graphics& g, const FilmStrip& strip, juce::Rectangle<int> cell, bool isDark, int frame,
+                           const juce::String& text)
+    {
+        if (strip.isValid())
+            strip.draw (g, isDark ? 0 : frame, cell.getPosition());
+        else
+            paintCell (g, cell, isDark, text);
     }
 
     /** A white field in a grey frame with black text. */

@@ -62,6 +62,12 @@ private:
     int height = 0;
 };
 
+/** The strip that an element names by one of its attributes, of a fixed number of frames. */
+inline FilmStrip readStrip (const juce::XmlElement& element, const char* nameAttribute, int numFrames, SkinFile& skin)
+{
+    return { skin.getImage (element.getStringAttribute (nameAttribute)), numFrames };
+}
+
 /** The strip that an element names by two of its attributes; one frame where the number is missing. */
 inline FilmStrip readStrip (const juce::XmlElement& element, const char* nameAttribute, const char* framesAttribute,
                             SkinFile& skin)

@@ -11,23 +11,10 @@ namespace quilvane
 
 void GFXMultiStateButton::readFromXml (const juce::XmlElement& element, SkinFile& skin)
 {
-    readLinks (element, skin);
-
-    if (const auto& style = element.getStringAttribute ("style"); style == "2D" || style == "3D")
-        is3D = style == "3D";
-
     if (const auto states = element.getIntAttribute ("states", statesNum); states >= 2 && states <= maximumControlSize)
         statesNum = states;
 
-    if (const auto* gfx = element.getChildByName ("gfx"))
-        setImage (skin.getImage (gfx->getStringAttribute ("resource")), is3D ? statesNum * 2 : statesNum);
-
-    readGeometry (element);
-    readClickEvent (*this, element);
-    place (*this);
-
-    if (const auto group = element.getIntAttribute ("radioGroupId"); group != 0)
-        setRadioGroupId (group, juce::dontSendNotification);
+    readStates (element, skin, statesNum);
 }
 
 void GFXMultiStateButton::setAction (const juce::String& type, int eventId, const juce::String&)
@@ -77,8 +64,7 @@ void GFXMultiStateButton::paintButton (juce::Graphics& g, bool isOver, bool isPr
     if (! getStrip().isValid())
         return Fallbacks::paintState (g, getLocalBounds(), Fallbacks::faceOf (pressed), currentState, statesNum);
 
-    const auto state = isBlinkedOff() ? 0 : currentState;
-    getStrip().draw (g, is3D ? state * 2 + (pressed ? 1 : 0) : state);
+    paintState (g, isBlinkedOff() ? 0 : currentState, pressed);
 }
 
 } // namespace quilvane

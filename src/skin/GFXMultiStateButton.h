@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "skin/BaseGFXController.h"
+#include "skin/GFXStateButton.h"
 
 namespace quilvane
 {
@@ -10,10 +10,10 @@ namespace quilvane
 /** A button that shows which of several states its parameter is in. It doesn't write to the parameter: the event
     that it fires does the work. Its strip has a frame for each state in the style "2D", and two, up and pressed, in
     the style "3D". */
-class GFXMultiStateButton final : public BaseGFXController, public juce::Button, private juce::Timer
+class GFXMultiStateButton final : public GFXStateButton, private juce::Timer
 {
 public:
-    explicit GFXMultiStateButton (const juce::String& controlName) : juce::Button (controlName) {}
+    using GFXStateButton::GFXStateButton;
 
     /** Reads further "style", "states", "clickEvent" and "radioGroupId". */
     void readFromXml (const juce::XmlElement&, SkinFile&) override;
@@ -30,14 +30,11 @@ public:
     void paintButton (juce::Graphics&, bool isOver, bool isDown) override;
 
 private:
-    void blinkChanged() override { repaint(); }
-
     /** One shot: back to the first state. Nothing starts it yet. */
     void timerCallback() override;
 
     void show (int state);
 
-    bool is3D = false;
     int currentState = 0;
     int statesNum = 2;
     int onClickEvent = noEvent, onClickWithCtrlEvent = noEvent;

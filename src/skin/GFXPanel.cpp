@@ -43,31 +43,29 @@ void GFXPanel::buildControl (const juce::XmlElement& element, SkinFile& skin)
 
 //==============================================================================
 template <typename Callback>
-void GFXPanel::forEachController (Callback&& callback)
+void GFXPanel::forEachControl (Callback&& callback)
 {
     for (auto* control : controls)
-        if (auto* controller = dynamic_cast<GUIController*> (control))
-            callback (*controller);
-        else if (auto* other = dynamic_cast<SkinParameterController*> (control))
-            callback (*other);
+        if (auto* skinControl = dynamic_cast<SkinControl*> (control))
+            callback (*skinControl);
 }
 
 void GFXPanel::addListener (GUIController::Listener* listener)
 {
     GUIController::addListener (listener);
-    forEachController ([=] (auto& controller) { controller.addListener (listener); });
+    forEachControl ([=] (auto& control) { control.addListener (listener); });
 }
 
 void GFXPanel::removeListener (GUIController::Listener* listener)
 {
     GUIController::removeListener (listener);
-    forEachController ([=] (auto& controller) { controller.removeListener (listener); });
+    forEachControl ([=] (auto& control) { control.removeListener (listener); });
 }
 
 void GFXPanel::endPendingGesture()
 {
     GUIController::endPendingGesture();
-    forEachController ([] (auto& controller) { controller.endPendingGesture(); });
+    forEachControl ([] (auto& control) { control.endPendingGesture(); });
 }
 
 void GFXPanel::paint (juce::Graphics& g)

@@ -35,7 +35,7 @@ public:
 
 private:
     template <typename Callback>
-    void forEachController (Callback&&);
+    void forEachControl (Callback&&);
 
     void buildControl (const juce::XmlElement&, SkinFile&);
 

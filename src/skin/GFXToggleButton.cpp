@@ -10,10 +10,9 @@
 namespace quilvane
 {
 
-GFXToggleButton::GFXToggleButton (const juce::String& controlName) : juce::Button (controlName)
+GFXToggleButton::GFXToggleButton (const juce::String& controlName) : GFXStateButton (controlName)
 {
     setClickingTogglesState (true);
-    setWantsKeyboardFocus (false);
 }
 
 GFXToggleButton::~GFXToggleButton()
@@ -23,21 +22,10 @@ GFXToggleButton::~GFXToggleButton()
 
 void GFXToggleButton::readFromXml (const juce::XmlElement& element, SkinFile& skin)
 {
-    readLinks (element, skin);
+    constexpr int numStates = 2;
 
-    if (const auto& style = element.getStringAttribute ("style"); style == "2D" || style == "3D")
-        is3D = style == "3D";
-
-    if (const auto* gfx = element.getChildByName ("gfx"))
-        setImage (skin.getImage (gfx->getStringAttribute ("resource")), is3D ? 4 : 2);
-
-    readGeometry (element);
-    readClickEvent (*this, element);
+    readStates (element, skin, numStates);
     paramReset = element.getBoolAttribute ("paramReset", false);
-    place (*this);
-
-    if (const auto group = element.getIntAttribute ("radioGroupId"); group != 0)
-        setRadioGroupId (group, juce::dontSendNotification);
 }
 
 void GFXToggleButton::setAction (const juce::String& type, int eventId, const juce::String&)
@@ -132,11 +120,10 @@ void GFXToggleButton::paintButton (juce::Graphics& g, bool isOver, bool isPresse
     if (! getStrip().isValid())
         return paintFallback (g);
 
-    const auto on = isShownOn() ? 1 : 0;
-    const auto pressed = isOver && isPressed ? 1 : 0;
-    const auto frame = is3D ? on * 2 + pressed : on;
-
-    getStrip().draw (g, isBlinkedOff() ? 0 : frame);
+    if (isBlinkedOff())
+        paintState (g, 0, false);
+    else
+        paintState (g, isShownOn() ? 1 : 0, isOver && isPressed);
 }
 
 void GFXToggleButton::paintFallback (juce::Graphics& g) const

@@ -4,14 +4,14 @@
 
 #include <vector>
 
-#include "skin/BaseGFXController.h"
+#include "skin/GFXStateButton.h"
 
 namespace quilvane
 {
 
 /** A button that stays in or out, and follows a parameter. Its strip has the frames off and on in the style "2D",
     and off, off and pressed, on, on and pressed in the style "3D". */
-class GFXToggleButton final : public BaseGFXController, public juce::Button
+class GFXToggleButton final : public GFXStateButton
 {
 public:
     /** Buttons that one drag across them switches together. Owned by whoever gives it to its members; a member that
@@ -43,12 +43,10 @@ public:
     void paintButton (juce::Graphics&, bool isOver, bool isDown) override;
 
 private:
-    void blinkChanged() override { repaint(); }
     bool isShownOn() const { return getToggleState() != invertedLink; }
     void sweepTo (juce::Point<int> screenPosition);
     void paintFallback (juce::Graphics&) const;
 
-    bool is3D = false;
     bool invertedLink = false; // nothing sets it yet
     SweepGroup* sweepGroup = nullptr;
     int onClickWithCtrlEvent = noEvent;

@@ -10,14 +10,8 @@ namespace quilvane
 
 GUIController::~GUIController()
 {
-    // Nobody is told of the end by a control that isn't whole any more, but the host is.
-    if (linkedParameter == nullptr)
-        return;
-
-    if (gestureIsOpen)
-        linkedParameter->endGesture();
-
-    linkedParameter->removeAsyncListener (this);
+    if (linkedParameter != nullptr)
+        linkedParameter->removeAsyncListener (this);
 }
 
 void GUIController::readFromXml (const juce::XmlElement& element, SkinFile& skin)
@@ -48,7 +42,7 @@ Parameter* GUIController::getParameterAt (const juce::MouseEvent&, juce::Compone
     return linkedParameter;
 }
 
-std::vector<ParameterTarget::Part> GUIController::getParts()
+std::vector<SkinControl::Part> GUIController::getParts()
 {
     if (linkedParameter == nullptr)
         return {};
@@ -78,24 +72,13 @@ void GUIController::parameterChanged (Parameter& changed)
 }
 
 //==============================================================================
-void GUIController::addListener (Listener* listener)
-{
-    if (listener != nullptr)
-        listeners.add (listener);
-}
-
-void GUIController::removeListener (Listener* listener)
-{
-    listeners.remove (listener);
-}
-
 void GUIController::beginGesture()
 {
     if (std::exchange (gestureIsOpen, true))
         return;
 
     if (linkedParameter != nullptr)
-        linkedParameter->beginGesture();
+        openGesture (*linkedParameter);
 
     notifyGestureBegan();
 }
@@ -105,9 +88,7 @@ void GUIController::endGesture()
     if (! std::exchange (gestureIsOpen, false))
         return;
 
-    if (linkedParameter != nullptr)
-        linkedParameter->endGesture();
-
+    closeGestures();
     notifyGestureEnded();
 }
 

@@ -4,48 +4,31 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
-#include "parameters/ListenerArray.h"
 #include "parameters/Parameter.h"
 #include "skin/BlinkingComponent.h"
-#include "skin/ParameterTarget.h"
+#include "skin/SkinControl.h"
 
 namespace quilvane
 {
 
-class SkinFile;
-
-/** A control that a skin can place: it reads its own description, may be tied to one parameter, and tells its
-    listeners of gestures, changes of value and named events.
+/** A control that may be tied to one parameter, and tells its listeners of gestures, changes of value and named
+    events.
 
     A class derives from this and from a juce::Component; GFXPanel creates it, calls readFromXml() once, and owns
     the component side. Values flow down from the user by the protected operations, and up from the parameter, on
     the message thread, by updateFromParameter(), which shows the value without writing it back.
 */
-class GUIController : public Parameter::Listener, public BlinkingComponent, public ParameterTarget
+class GUIController : public Parameter::Listener, public BlinkingComponent, public SkinControl
 {
 public:
-    class Listener
-    {
-    public:
-        virtual ~Listener() = default;
-
-        virtual void controllerGestureBegan (GUIController&) {}
-        virtual void controllerGestureEnded (GUIController&) {}
-        virtual void controllerValueChanged (GUIController&) {}
-
-        /** @param eventId a number of the plug-in's EventsMap */
-        virtual void controllerEvent (GUIController&, int /*eventId*/) {}
-
-        /** The user moved a parameter on a control of the panel that is no GUIController. */
-        virtual void controllerParameterMoved (Parameter&) {}
-    };
+    using Listener = SkinControl::Listener;
 
     GUIController() = default;
     ~GUIController() override;
 
     /** Reads the links and the actions, and whether a double click resets the parameter. Classes extend it by
         what they take from the element; what is missing there leaves a default. */
-    virtual void readFromXml (const juce::XmlElement&, SkinFile&);
+    void readFromXml (const juce::XmlElement&, SkinFile&) override;
 
     /** The gesture `type` ("onClick") shall fire an event. Controls take the types that they know. */
     virtual void setAction (const juce::String& /*type*/, int /*eventId*/, const juce::String& /*eventName*/) {}
@@ -58,17 +41,13 @@ public:
     bool canResetParameterAt (const juce::MouseEvent&) override { return paramReset; }
     std::vector<Part> getParts() override;
 
-    virtual void addListener (Listener*);
-    virtual void removeListener (Listener*);
-
     /** The linked parameter, or null. */
     Parameter* getParameter() const noexcept { return linkedParameter; }
 
     /** Whether a double click on the control resets its parameter. */
     bool canResetParameter() const noexcept { return paramReset; }
 
-    /** Ends a gesture that is under way, because its end won't be seen: the window closes. */
-    virtual void endPendingGesture() { endGesture(); }
+    void endPendingGesture() override { endGesture(); }
 
     void parameterChanged (Parameter&) override;
 
@@ -97,7 +76,6 @@ protected:
     bool linkMuted = false;
 
 private:
-    ListenerArray<Listener> listeners;
     Parameter* linkedParameter = nullptr;
     bool gestureIsOpen = false;
 };

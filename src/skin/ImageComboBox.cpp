@@ -260,7 +260,7 @@ void ImageComboBox::readPicker (const juce::XmlElement& element)
     showValues = values.isEmpty() || values == "on" || values == "1";
 }
 
-std::vector<ParameterTarget::Part> ImageComboBox::getParts()
+std::vector<SkinControl::Part> ImageComboBox::getParts()
 {
     if (auto* parameter = getParameter (0))
         return { { this, parameter } };
@@ -319,10 +319,10 @@ void ImageComboBox::endPendingGesture()
 void ImageComboBox::choose (int index, const juce::MouseEvent* event)
 {
     auto& parameter = *getParameter (0);
-    beginGesture (parameter);
+    openGesture (parameter);
     parameter.setInt (index, true);
     notifyMoved (parameter);
-    endGestures();
+    closeGestures();
     closePicker (event);
 }
 

@@ -20,7 +20,7 @@ public:
     ~ImageComboBox() override;
 
     /** Reads the children "pos", "size", "gfx", "picker" and "param", by their exact names. */
-    void readFromXml (const juce::XmlElement&, SkinFile&);
+    void readFromXml (const juce::XmlElement&, SkinFile&) override;
 
     /** Opens the picker, or closes it. Nothing opens without a parameter, or where nobody shows what floats. */
     void togglePicker();

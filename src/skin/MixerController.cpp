@@ -232,7 +232,7 @@ Parameter* MixerController::getParameterAt (const juce::MouseEvent& e, juce::Com
     return getParameter (static_cast<size_t> (channel));
 }
 
-std::vector<ParameterTarget::Part> MixerController::getParts()
+std::vector<SkinControl::Part> MixerController::getParts()
 {
     std::vector<Part> parts;
     parts.reserve (getNumParameters());
@@ -271,13 +271,13 @@ void MixerController::mouseDown (const juce::MouseEvent& e)
         for (size_t i = 0; i < getNumParameters(); ++i)
         {
             valuesAtStart.push_back (getParameter (i)->getNormalised());
-            beginGesture (*getParameter (i));
+            openGesture (*getParameter (i));
         }
     }
     else
     {
         draggedChannel = channel;
-        beginGesture (*getParameter (static_cast<size_t> (channel)));
+        openGesture (*getParameter (static_cast<size_t> (channel)));
         mouseDrag (e);
     }
 }
@@ -304,7 +304,7 @@ void MixerController::mouseDrag (const juce::MouseEvent& e)
 
 void MixerController::mouseUp (const juce::MouseEvent&)
 {
-    endGestures();
+    closeGestures();
     draggedChannel = -1;
     valuesAtStart.clear();
 }
@@ -322,9 +322,9 @@ void MixerController::mouseWheelMove (const juce::MouseEvent& e, const juce::Mou
         return;
 
     auto& parameter = *getParameter (static_cast<size_t> (channel));
-    beginGesture (parameter);
+    openGesture (parameter);
     moveChannel (channel, parameter.getNormalised() + wheelStep * (wheel.isReversed ? -amount : amount));
-    endGestures();
+    closeGestures();
 }
 
 void MixerController::paint (juce::Graphics& g)

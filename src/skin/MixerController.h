@@ -23,7 +23,7 @@ public:
 
     /** Reads "background", "thumb" and "readOnly", and the children "pos", "size", "gfx" and "parameters", by their
         exact names. */
-    void readFromXml (const juce::XmlElement&, SkinFile&);
+    void readFromXml (const juce::XmlElement&, SkinFile&) override;
 
     enum class StripKind
     {

@@ -45,15 +45,14 @@ void NoteDisplay::readFromXml (const juce::XmlElement& element, SkinFile& skin)
     {
         if (gfx != nullptr)
             if (const auto* strip = gfx->getChildByName (cellTags[i]))
-                cells[i].strip = FilmStrip (skin.getImage (strip->getStringAttribute ("resource")), cellFrames[i]);
+                cells[i].strip = readStrip (*strip, "resource", cellFrames[i], skin);
 
         cells[i].area = { static_cast<int> (i) * cellSize.x, 0, cellSize.x, cellSize.y };
     }
 
     setSize (static_cast<int> (cells.size()) * cellSize.x, cellSize.y);
 
-    if (const auto* pos = element.getChildByName ("pos"))
-        setTopLeftPosition (readPosition (*pos));
+    applyPosition (*this, element.getChildByName ("pos"));
 }
 
 void NoteDisplay::updateFromParameter (Parameter& parameter)
@@ -110,14 +109,7 @@ void NoteDisplay::paint (juce::Graphics& g)
     const auto isDark = ! isEnabled() || isBlinkedOff();
 
     for (size_t i = 0; i < cells.size(); ++i)
-    {
-        const auto& cell = cells[i];
-
-        if (cell.strip.isValid())
-            cell.strip.draw (g, isDark ? 0 : frameOf (i), cell.area.getPosition());
-        else
-            Fallbacks::paintCell (g, cell.area, isDark, textOf (i));
-    }
+        Fallbacks::paintCell (g, cells[i].strip, cells[i].area, isDark, frameOf (i), textOf (i));
 }
 
 } // namespace quilvane

@@ -32,12 +32,7 @@ double clampInto (double number, double low, double high)
 
 void DisplayCell::paint (juce::Graphics& g)
 {
-    const auto isDark = ! isEnabled() || isBlinkedOff();
-
-    if (strip.isValid())
-        strip.draw (g, isDark ? 0 : getFrame());
-    else
-        Fallbacks::paintCell (g, getLocalBounds(), isDark, getFallbackText());
+    Fallbacks::paintCell (g, strip, getLocalBounds(), ! isEnabled() || isBlinkedOff(), getFrame(), getFallbackText());
 }
 
 void NumericDisplayDigit::show (int newDigit, bool blank)
@@ -76,8 +71,7 @@ void NumericDisplay::readFromXml (const juce::XmlElement& element, SkinFile& ski
 
     buildCells (element, skin);
 
-    if (const auto* pos = element.getChildByName ("pos"))
-        setTopLeftPosition (readPosition (*pos));
+    applyPosition (*this, element.getChildByName ("pos"));
 
     value = clampInto (value, minValue, maxValue);
     showValue();
@@ -99,11 +93,10 @@ void NumericDisplay::readRange (const juce::XmlElement& element)
 void NumericDisplay::buildCells (const juce::XmlElement& element, SkinFile& skin)
 {
     const auto* gfx = element.getChildByName ("gfx");
-    const auto readStrip = [&] (const char* tag, int numFrames)
+    const auto readCellStrip = [&] (const char* tag, int numFrames)
     {
         const auto* strip = gfx != nullptr ? gfx->getChildByName (tag) : nullptr;
-        return strip != nullptr ? FilmStrip (skin.getImage (strip->getStringAttribute ("resource")), numFrames)
-                                : FilmStrip();
+        return strip != nullptr ? readStrip (*strip, "resource", numFrames, skin) : FilmStrip();
     };
 
     int x = 0;
@@ -122,10 +115,10 @@ void NumericDisplay::buildCells (const juce::XmlElement& element, SkinFile& skin
     if (minValue < 0.0)
     {
         sign = std::make_unique<NumericDisplaySign>();
-        add (*sign, readStrip ("sign", NumericDisplaySign::numFrames));
+        add (*sign, readCellStrip ("sign", NumericDisplaySign::numFrames));
     }
 
-    const auto strip = readStrip ("digits", NumericDisplayDigit::numFrames);
+    const auto strip = readCellStrip ("digits", NumericDisplayDigit::numFrames);
 
     for (int i = 0; i < digitsNum; ++i)
         add (*digits.emplace_back (std::make_unique<NumericDisplayDigit>()), strip);

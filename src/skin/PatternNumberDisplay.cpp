@@ -96,8 +96,7 @@ void PatternNumberDisplay::readFromXml (const juce::XmlElement& element, SkinFil
     readRange ("bankAndSlotPattern", bankAndSlotRange);
     slotMax = juce::jlimit (4, 16, element.getIntAttribute ("slotMax", slotMax));
 
-    if (const auto* pos = element.getChildByName ("pos"))
-        setTopLeftPosition (readPosition (*pos));
+    applyPosition (*this, element.getChildByName ("pos"));
 
     auto size = juce::Point<int> (defaultWidth, defaultHeight);
 

@@ -213,7 +213,7 @@ TEST_F (Composites, AMixerMovesTheChannelUnderTheMouse)
     EXPECT_TRUE (runMessageLoopUntil ([&] { return frameOf (second) == 2 && frameOf ({ 35, 73 }) == 2; }));
 
     // What the editor asks about a place.
-    auto& target = dynamic_cast<ParameterTarget&> (master);
+    auto& target = dynamic_cast<SkinControl&> (master);
     juce::Component* part = nullptr;
     EXPECT_EQ (target.getParameterAt (mouse.event ({ 30, 5 }, false), &part), &parameter ("LFO 2 Depth"));
     EXPECT_EQ (part, mixer.getParts()[1].component);

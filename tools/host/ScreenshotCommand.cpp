@@ -32,7 +32,7 @@ juce::Component* findControl (juce::Component& parent, const Parameter& paramete
 {
     for (int i = 0; auto* child = parent.getChildComponent (i); ++i)
     {
-        if (auto* target = dynamic_cast<ParameterTarget*> (child); target != nullptr && child->isVisible())
+        if (auto* target = dynamic_cast<SkinControl*> (child); target != nullptr && child->isVisible())
             for (const auto& part : target->getParts())
                 if (part.parameter == &parameter)
                     return part.component;
