@@ -17,6 +17,13 @@ struct Fallbacks
         return juce::Colour (grey, grey, grey);
     }
 
+    /** Around a whole control, or a field. */
+    static void drawFrame (juce::Graphics& g, juce::Rectangle<int> area)
+    {
+        g.setColour (juce::Colour (0xffb3b3b3));
+        g.drawRect (area, 1);
+    }
+
     /** A framed square in the middle with the present state and their number: "2/7". */
     static void paintState (juce::Graphics& g, juce::Rectangle<int> area, juce::Colour face, int state, int numStates)
     {
@@ -62,8 +69,7 @@ struct Fallbacks
 
         g.setColour (juce::Colours::white);
         g.fillRect (area);
-        g.setColour (juce::Colour (0xffb3b3b3));
-        g.drawRect (area, 1);
+        drawFrame (g, area);
         g.setColour (juce::Colours::black);
         g.setFont (textHeight);
         g.drawFittedText (text, area.reduced (margin, 0), juce::Justification::centredLeft, 1);

@@ -18,18 +18,19 @@ public:
 
     /** Rows that are left over below the last frame aren't used. Without room for the frames, with none, or with
         frames that are larger than a control may be, the strip is invalid. */
-    FilmStrip (const juce::Image& stripImage, int numFrames) : frames (numFrames)
+    FilmStrip (const juce::Image& stripImage, int numFrames)
     {
         if (stripImage.isValid() && numFrames >= 1 && numFrames <= stripImage.getHeight()
             && stripImage.getHeight() / numFrames <= maximumControlSize && stripImage.getWidth() <= maximumControlSize)
         {
             image = stripImage;
+            frames = numFrames;
             height = stripImage.getHeight() / numFrames;
         }
     }
 
     bool isValid() const noexcept { return image.isValid(); }
-    int getNumFrames() const noexcept { return frames; }
+    int getNumFrames() const noexcept { return frames; } // 1 of an invalid one
     const juce::Image& getImage() const noexcept { return image; }
     int getFrameWidth() const noexcept { return image.getWidth(); }
     int getFrameHeight() const noexcept { return height; }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "skin/Fallbacks.h"
 #include "skin/SkinElement.h"
 #include "skin/SkinFile.h"
 
@@ -130,8 +131,7 @@ void GFXToggleButton::paintFallback (juce::Graphics& g) const
 {
     constexpr int roomForText = 32;
 
-    g.setColour (juce::Colour (0xffb3b3b3));
-    g.drawRect (getLocalBounds(), 1);
+    Fallbacks::drawFrame (g, getLocalBounds());
 
     g.setColour (juce::Colours::black);
     g.drawText (isShownOn() ? "On" : "Off", getLocalBounds(), juce::Justification::centredTop);

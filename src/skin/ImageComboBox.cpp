@@ -6,6 +6,7 @@
 #include "parameters/IntParameter.h"
 #include "skin/Fallbacks.h"
 #include "skin/SkinElement.h"
+#include "widgets/ChoiceAccessibility.h"
 #include "widgets/DefaultLookAndFeel.h"
 
 namespace quilvane
@@ -280,7 +281,7 @@ void ImageComboBox::updateFromParameter (Parameter& parameter)
 //==============================================================================
 void ImageComboBox::mouseDown (const juce::MouseEvent& e)
 {
-    if (isEnabled() && e.mods.isLeftButtonDown() && ! belongsToEditor (e.mods))
+    if (e.mods.isLeftButtonDown() && ! belongsToEditor (e.mods))
         togglePicker();
 }
 
@@ -289,7 +290,7 @@ void ImageComboBox::togglePicker()
     if (picker != nullptr)
         return closePicker (nullptr);
 
-    if (getNumParameters() == 0)
+    if (getNumParameters() == 0 || ! isEnabled())
         return;
 
     picker = std::make_unique<Picker> (*this, *getParameter (0));
@@ -332,34 +333,18 @@ void ImageComboBox::paint (juce::Graphics& g)
     if (strip.isValid())
         strip.draw (g, currentIndex);
     else
-        Fallbacks::paintComboBox (g, getLocalBounds(),
-                                  getNumParameters() > 0 ? getParameter (0)->getDisplayText() : juce::String());
+        Fallbacks::paintComboBox (g, getLocalBounds(), getItemText());
+}
+
+juce::String ImageComboBox::getItemText() const
+{
+    return getNumParameters() > 0 ? getParameter (0)->getDisplayText() : juce::String();
 }
 
 std::unique_ptr<juce::AccessibilityHandler> ImageComboBox::createAccessibilityHandler()
 {
-    struct Value final : juce::AccessibilityTextValueInterface
-    {
-        explicit Value (const ImageComboBox& shown) : box (shown) {}
-
-        bool isReadOnly() const override { return true; }
-        void setValueAsString (const juce::String&) override {}
-
-        juce::String getCurrentValueAsString() const override
-        {
-            return box.getNumParameters() > 0 ? box.getParameter (0)->getDisplayText() : juce::String();
-        }
-
-        const ImageComboBox& box;
-    };
-
-    const auto toggle = [this] { togglePicker(); };
-    return std::make_unique<juce::AccessibilityHandler> (
-        *this, juce::AccessibilityRole::comboBox,
-        juce::AccessibilityActions()
-            .addAction (juce::AccessibilityActionType::press, toggle)
-            .addAction (juce::AccessibilityActionType::showMenu, toggle),
-        juce::AccessibilityHandler::Interfaces { std::make_unique<Value> (*this) });
+    return createChoiceAccessibility (
+        *this, [this] { return getItemText(); }, [this] { togglePicker(); });
 }
 
 } // namespace quilvane

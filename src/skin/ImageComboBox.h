@@ -47,6 +47,7 @@ private:
         tileAligned,
     };
 
+    juce::String getItemText() const;
     void readPicker (const juce::XmlElement&);
     void closePicker (const juce::MouseEvent*);
 

@@ -31,6 +31,8 @@ ImageMidiKeyboard::ImageMidiKeyboard (const juce::String& controlName) :
     setName (controlName);
     setBlackNoteWidthProportion (blackKeyWidth);
     setOctaveForMiddleC (5); // as note displays name it
+    setWantsKeyboardFocus (false);
+    setMouseClickGrabsKeyboardFocus (false);
 }
 
 void ImageMidiKeyboard::readFromXml (const juce::XmlElement& element, SkinFile& skin)
@@ -140,40 +142,61 @@ juce::MouseEvent ImageMidiKeyboard::mapped (const juce::MouseEvent& e) const
     return e.withNewPosition (juce::Point<float> (place.getCentreX(), place.getY() + depth * place.getHeight()));
 }
 
+void ImageMidiKeyboard::showMouse (const juce::MouseEvent& e)
+{
+    const auto over = hasImages ? findKey (e.getPosition()) : -1;
+    const auto mayHaveMoved = e.mods.isAnyMouseButtonDown() || std::exchange (shownOver, over) != over;
+
+    if (hasImages && mayHaveMoved)
+        repaint();
+}
+
 void ImageMidiKeyboard::mouseMove (const juce::MouseEvent& e)
 {
     MidiKeyboardComponent::mouseMove (mapped (e));
-    repaint();
+    showMouse (e);
 }
 
 void ImageMidiKeyboard::mouseDrag (const juce::MouseEvent& e)
 {
     MidiKeyboardComponent::mouseDrag (mapped (e));
-    repaint();
+    showMouse (e);
 }
 
 void ImageMidiKeyboard::mouseDown (const juce::MouseEvent& e)
 {
+    // Only a press gives it the focus: as a field that wants it, it would get it by presses on other controls.
+    setWantsKeyboardFocus (true);
+
+    if (isShowing())
+        grabKeyboardFocus();
+
     MidiKeyboardComponent::mouseDown (mapped (e));
-    repaint();
+    showMouse (e);
 }
 
 void ImageMidiKeyboard::mouseUp (const juce::MouseEvent& e)
 {
     MidiKeyboardComponent::mouseUp (mapped (e));
-    repaint();
+    showMouse (e);
 }
 
 void ImageMidiKeyboard::mouseEnter (const juce::MouseEvent& e)
 {
     MidiKeyboardComponent::mouseEnter (mapped (e));
-    repaint();
+    showMouse (e);
 }
 
 void ImageMidiKeyboard::mouseExit (const juce::MouseEvent& e)
 {
     MidiKeyboardComponent::mouseExit (mapped (e));
-    repaint();
+    showMouse (e);
+}
+
+void ImageMidiKeyboard::focusLost (FocusChangeType cause)
+{
+    MidiKeyboardComponent::focusLost (cause);
+    setWantsKeyboardFocus (false);
 }
 
 void ImageMidiKeyboard::endPendingGesture()

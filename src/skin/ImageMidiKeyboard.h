@@ -44,6 +44,7 @@ public:
     void mouseUp (const juce::MouseEvent&) override;
     void mouseEnter (const juce::MouseEvent&) override;
     void mouseExit (const juce::MouseEvent&) override;
+    void focusLost (FocusChangeType) override;
 
     void drawWhiteNote (int note, juce::Graphics&, juce::Rectangle<float> area, bool isDown, bool isOver,
                         juce::Colour lineColour, juce::Colour textColour) override;
@@ -75,11 +76,15 @@ private:
     /** The same event where JUCE's own layout has the key that it's over. */
     juce::MouseEvent mapped (const juce::MouseEvent&) const;
 
+    /** Repaints if the mouse is on another key now, or presses one. */
+    void showMouse (const juce::MouseEvent&);
+
     template <typename Callback>
     void forEachKey (bool black, Callback&&) const;
 
     std::array<Key, numNotes> keys;
     std::array<bool, numNotes> shownDown {};
+    int shownOver = -1;
     bool hasImages = false;
 };
 

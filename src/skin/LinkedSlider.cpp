@@ -2,6 +2,10 @@
 
 #include "skin/LinkedSlider.h"
 
+#include <utility>
+
+#include "skin/Fallbacks.h"
+
 namespace quilvane
 {
 
@@ -27,8 +31,11 @@ void LinkedSlider::updateFromParameter (Parameter& parameter)
 //==============================================================================
 void LinkedSlider::mouseDown (const juce::MouseEvent& e)
 {
-    if (! belongsToEditor (e.mods))
-        juce::Slider::mouseDown (e);
+    if (belongsToEditor (e.mods))
+        return;
+
+    isPressed = true;
+    juce::Slider::mouseDown (e);
 }
 
 void LinkedSlider::mouseDrag (const juce::MouseEvent& e)
@@ -39,10 +46,9 @@ void LinkedSlider::mouseDrag (const juce::MouseEvent& e)
 
 void LinkedSlider::mouseUp (const juce::MouseEvent& e)
 {
-    if (! belongsToEditor (e.mods))
+    // Also of a drag that Shift was pressed in.
+    if (std::exchange (isPressed, false))
         juce::Slider::mouseUp (e);
-    else
-        endGesture(); // of a drag that Shift was pressed in
 }
 
 void LinkedSlider::startedDragging()
@@ -85,8 +91,7 @@ void LinkedSlider::paintFallback (juce::Graphics& g)
     if (fallbackFontHeight > 0.0f)
         g.setFont (fallbackFontHeight);
 
-    g.setColour (juce::Colour (0xffb3b3b3));
-    g.drawRect (getLocalBounds(), 1);
+    Fallbacks::drawFrame (g, getLocalBounds());
     juce::Slider::paint (g);
 
     auto* const parameter = getParameter();

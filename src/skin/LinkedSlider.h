@@ -39,6 +39,9 @@ protected:
 
     /** Of a fallback's text; 0 leaves the present one. */
     float fallbackFontHeight = 0.0f;
+
+private:
+    bool isPressed = false;
 };
 
 } // namespace quilvane

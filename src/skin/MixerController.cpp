@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "skin/Fallbacks.h"
 #include "skin/SkinElement.h"
 #include "skin/SkinFile.h"
 #include "widgets/DefaultLookAndFeel.h"
@@ -66,8 +67,7 @@ void MixerController::Animation::paint (juce::Graphics& g)
     g.fillRect (getLocalBounds());
     g.setColour (findColour (DefaultLookAndFeel::accentId));
     g.fillRect (inside.removeFromBottom (juce::roundToInt (value * static_cast<float> (inside.getHeight()))));
-    g.setColour (juce::Colour (0xffb3b3b3));
-    g.drawRect (getLocalBounds(), 1);
+    Fallbacks::drawFrame (g, getLocalBounds());
 }
 
 //==============================================================================
@@ -253,7 +253,7 @@ void MixerController::moveChannel (int channel, float normalised)
 //==============================================================================
 void MixerController::mouseDown (const juce::MouseEvent& e)
 {
-    if (readOnly || ! isEnabled() || belongsToEditor (e.mods) || ! e.mods.isLeftButtonDown())
+    if (isDragging() || readOnly || ! isEnabled() || belongsToEditor (e.mods) || ! e.mods.isLeftButtonDown())
         return;
 
     const auto place = e.getEventRelativeTo (this).getPosition();
@@ -263,6 +263,7 @@ void MixerController::mouseDown (const juce::MouseEvent& e)
         return;
 
     startOfDrag = place.y;
+    pointer = e.source.getIndex();
 
     if (e.mods.isCtrlDown())
     {
@@ -284,7 +285,7 @@ void MixerController::mouseDown (const juce::MouseEvent& e)
 
 void MixerController::mouseDrag (const juce::MouseEvent& e)
 {
-    if (belongsToEditor (e.mods))
+    if (e.source.getIndex() != pointer || belongsToEditor (e.mods))
         return;
 
     const auto y = e.getEventRelativeTo (this).getPosition().y;
@@ -302,11 +303,38 @@ void MixerController::mouseDrag (const juce::MouseEvent& e)
         moveChannel (static_cast<int> (i), valuesAtStart[i] + distance);
 }
 
-void MixerController::mouseUp (const juce::MouseEvent&)
+void MixerController::mouseUp (const juce::MouseEvent& e)
+{
+    if (e.source.getIndex() == pointer)
+        endPendingGesture();
+}
+
+void MixerController::endPendingGesture()
 {
     closeGestures();
     draggedChannel = -1;
     valuesAtStart.clear();
+}
+
+void MixerController::turnWheel (int channel, float distance, bool isSmooth)
+{
+    auto& parameter = *getParameter (static_cast<size_t> (channel));
+    const auto before = parameter.getNormalised();
+    wheelRest = std::exchange (wheelChannel, channel) == channel ? wheelRest + distance : distance;
+    moveChannel (channel, before + wheelRest);
+
+    // A parameter of steps moves by one with each notch, and when small turns have come to one.
+    if (parameter.getNormalised() != before)
+        wheelRest = 0.0f;
+    else if (! isSmooth && distance != 0.0f)
+        moveToNeighbour (parameter, distance > 0.0f ? 1 : -1);
+}
+
+void MixerController::moveToNeighbour (Parameter& parameter, int direction)
+{
+    wheelRest = 0.0f;
+    parameter.setInt (parameter.getInt() + direction, true);
+    notifyMoved (parameter);
 }
 
 void MixerController::mouseWheelMove (const juce::MouseEvent& e, const juce::MouseWheelDetails& wheel)
@@ -318,12 +346,12 @@ void MixerController::mouseWheelMove (const juce::MouseEvent& e, const juce::Mou
     const auto channel = findChannel (e.getPosition());
     const auto amount = std::abs (wheel.deltaX) > std::abs (wheel.deltaY) ? -wheel.deltaX : wheel.deltaY;
 
-    if (channel < 0 || draggedChannel >= 0 || ! valuesAtStart.empty())
+    if (channel < 0 || isDragging())
         return;
 
     auto& parameter = *getParameter (static_cast<size_t> (channel));
     openGesture (parameter);
-    moveChannel (channel, parameter.getNormalised() + wheelStep * (wheel.isReversed ? -amount : amount));
+    turnWheel (channel, wheelStep * (wheel.isReversed ? -amount : amount), wheel.isSmooth);
     closeGestures();
 }
 

@@ -44,6 +44,7 @@ public:
     void mouseDown (const juce::MouseEvent&) override;
     void mouseDrag (const juce::MouseEvent&) override;
     void mouseUp (const juce::MouseEvent&) override;
+    void endPendingGesture() override;
     void mouseWheelMove (const juce::MouseEvent&, const juce::MouseWheelDetails&) override;
 
     void resized() override { layOut(); }
@@ -100,6 +101,11 @@ private:
     /** The channel whose slider or display is at a place; -1 for none. */
     int findChannel (juce::Point<int>) const;
     void moveChannel (int channel, float normalised);
+    bool isDragging() const noexcept { return draggedChannel >= 0 || ! valuesAtStart.empty(); }
+
+    /** @param distance as a part of the range */
+    void turnWheel (int channel, float distance, bool isSmooth);
+    void moveToNeighbour (Parameter&, int direction);
 
     juce::Image backgroundImage;
     FilmStrip sliderStrip, displayStrip;
@@ -110,6 +116,9 @@ private:
     int draggedChannel = -1;
     std::vector<float> valuesAtStart; // of a drag of all channels; else empty
     int startOfDrag = 0;
+    int pointer = -1; // index of the mouse, or the finger, that drags
+    int wheelChannel = -1;
+    float wheelRest = 0.0f; // of turns that were too small for a step
 
     MasterSlider masterSlider { *this };
 };

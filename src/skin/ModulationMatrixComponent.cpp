@@ -48,7 +48,7 @@ ModulationMatrixComponent::ModulationMatrixComponent (const juce::String& contro
     addAndMakeVisible (*table);
 
     setTitle ("Modulation matrix");
-    setWantsKeyboardFocus (true);
+    setWantsKeyboardFocus (false); // without rows there's nothing to do
     setMouseClickGrabsKeyboardFocus (false);
     updateButtons();
 }
@@ -61,6 +61,7 @@ ModulationMatrixComponent::~ModulationMatrixComponent()
 void ModulationMatrixComponent::setModel (ModulationMatrixModel* newModel)
 {
     model = newModel;
+    setWantsKeyboardFocus (model != nullptr);
     selectRow (-1);
     refresh();
 }
@@ -87,9 +88,12 @@ void ModulationMatrixComponent::addRow()
     if (model == nullptr || rows.size() >= ModulationMatrixModel::maximumRows)
         return;
 
+    const auto numBefore = rows.size();
     model->addRow ({});
     refresh();
-    selectRow (rows.size() - 1);
+
+    if (rows.size() > numBefore)
+        selectRow (rows.size() - 1);
 }
 
 void ModulationMatrixComponent::deleteRow()
@@ -123,11 +127,21 @@ void ModulationMatrixComponent::move (int distance, bool movesRow)
         rows[to]->takeFocusFrom (*rows[from]);
 }
 
-void ModulationMatrixComponent::changeModel (int index, const ModulationMatrixModel::Row& row)
+template <typename Change>
+void ModulationMatrixComponent::changeModel (int index, Change&& change)
 {
-    // The model may have lost rows that are still shown.
-    if (model != nullptr && index < model->getNumRows())
-        model->changeRow (index, row);
+    // The model may have lost rows that are still shown, or hold others than are shown.
+    if (model == nullptr || index >= model->getNumRows())
+        return;
+
+    auto row = model->getRow (index);
+    change (row);
+    model->changeRow (index, row);
+}
+
+void ModulationMatrixComponent::changeAmount (int index, float amount)
+{
+    changeModel (index, [=] (auto& row) { row.amount = amount; });
 }
 
 void ModulationMatrixComponent::refresh()
@@ -137,6 +151,20 @@ void ModulationMatrixComponent::refresh()
         model != nullptr ? juce::jlimit (0, ModulationMatrixModel::maximumRows, model->getNumRows()) : 0;
     const auto destinations = model != nullptr ? model->getDestinations() : juce::StringArray();
     const auto hasChanged = rows.size() != numRows;
+
+    const auto wanted = juce::jmin (selectedRow, numRows - 1);
+
+    // Rows that go leave the focus to the selection; JUCE would give it to the first row.
+    for (int i = numRows; i < rows.size(); ++i)
+    {
+        if (! rows[i]->hasKeyboardFocus (true))
+            continue;
+
+        if (wanted >= 0)
+            rows[wanted]->takeFocusFrom (*rows[i]);
+        else
+            grabKeyboardFocus();
+    }
 
     while (rows.size() > numRows)
         rows.removeLast();
@@ -150,7 +178,7 @@ void ModulationMatrixComponent::refresh()
     if (hasChanged)
         table->layOut();
 
-    selectRow (juce::jmin (selectedRow, numRows - 1));
+    selectRow (wanted);
     updateButtons();
 }
 
@@ -177,7 +205,7 @@ void ModulationMatrixComponent::itemChosen (ComboBoxEx& box)
 {
     for (int i = 0; i < rows.size(); ++i)
         if (rows[i]->has (box))
-            return changeModel (i, rows[i]->read());
+            return changeModel (i, [&] (auto& row) { rows[i]->apply (box, row); });
 }
 
 bool ModulationMatrixComponent::keyPressed (const juce::KeyPress& key)

@@ -66,7 +66,10 @@ private:
     /** Selects the row above (-1) or below (1), or exchanges it with the selected one, which stays selected. */
     void move (int distance, bool movesRow);
 
-    void changeModel (int index, const ModulationMatrixModel::Row&);
+    /** Changes what the user touched in the model's row. */
+    template <typename Change>
+    void changeModel (int index, Change&&);
+    void changeAmount (int index, float amount);
 
     /** Makes the rows those of the model. */
     void refresh();

@@ -59,7 +59,7 @@ ModulationMatrixComponent::Row::Row (ModulationMatrixComponent& matrix, int rowI
         box->addListener (&owner);
     }
 
-    amount.onValueChange = [this] { owner.changeModel (index, read()); };
+    amount.onValueChange = [this] { owner.changeAmount (index, static_cast<float> (amount.getValue())); };
 
     for (auto* part : getParts())
     {
@@ -78,9 +78,9 @@ void ModulationMatrixComponent::Row::show (const ModulationMatrixModel::Row& row
     amount.setValue (static_cast<double> (row.amount), juce::dontSendNotification);
 }
 
-ModulationMatrixModel::Row ModulationMatrixComponent::Row::read() const
+void ModulationMatrixComponent::Row::apply (const ComboBoxEx& box, ModulationMatrixModel::Row& row) const
 {
-    return { source.getSelectedIndex(), destination.getSelectedIndex(), static_cast<float> (amount.getValue()) };
+    (&box == &source ? row.source : row.destination) = box.getSelectedIndex();
 }
 
 void ModulationMatrixComponent::Row::takeFocusFrom (const Row& other)

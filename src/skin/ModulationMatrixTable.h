@@ -19,7 +19,9 @@ public:
     Row (ModulationMatrixComponent& matrix, int rowIndex);
 
     void show (const ModulationMatrixModel::Row&, const juce::StringArray& destinations);
-    ModulationMatrixModel::Row read() const;
+
+    /** Gives a row of the model what one of the boxes shows. */
+    void apply (const ComboBoxEx&, ModulationMatrixModel::Row&) const;
 
     bool has (const ComboBoxEx& box) const { return &box == &source || &box == &destination; }
 
@@ -50,7 +52,7 @@ public:
     void paint (juce::Graphics&) override;
 };
 
-/** The frame over the table, which shows the keyboard's focus too. */
+/** A frame: it lies over the table, and shows the keyboard's focus too. */
 class ModulationMatrixComponent::Shape final : public juce::Component
 {
 public:
@@ -62,7 +64,7 @@ private:
     const juce::Component& owner;
 };
 
-/** All rows, one below the other, of which the viewport shows a part. */
+/** The content of the table's viewport: all rows, one below the other. */
 class ModulationMatrixComponent::ViewportComponent final : public juce::Component
 {
 public:

@@ -13,7 +13,8 @@ PitchBender::PitchBender (const juce::String& controlName) : GFXKnob (controlNam
 
 void PitchBender::updateFromParameter (Parameter& parameter)
 {
-    setValue (static_cast<double> (parameter.getFloat()), juce::dontSendNotification);
+    // What valueChanged() writes, read back.
+    setValue (2.0 * static_cast<double> (parameter.getNormalised()) - 1.0, juce::dontSendNotification);
 }
 
 void PitchBender::valueChanged()

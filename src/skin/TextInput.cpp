@@ -124,7 +124,7 @@ ModalTextEditor* TextInput::getOpenEditor() const noexcept
 
 void TextInput::mouseUp (const juce::MouseEvent& e)
 {
-    if (e.mouseWasClicked())
+    if (e.mouseWasClicked() && e.mods.isLeftButtonDown() && getLocalBounds().contains (e.getPosition()))
         openEditor (Opening::onClick, e);
 }
 

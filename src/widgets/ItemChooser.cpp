@@ -2,6 +2,8 @@
 
 #include "widgets/ItemChooser.h"
 
+#include "widgets/ChoiceAccessibility.h"
+
 #include "parameters/IntParameter.h"
 
 namespace quilvane
@@ -148,29 +150,8 @@ void ItemChooser::drawSelectedText (juce::Graphics& g, juce::Colour colour) cons
 
 std::unique_ptr<juce::AccessibilityHandler> ItemChooser::createAccessibilityHandler()
 {
-    class Value final : public juce::AccessibilityTextValueInterface
-    {
-    public:
-        explicit Value (const ItemChooser& chooser) : owner (chooser) {}
-
-        bool isReadOnly() const override { return true; }
-        juce::String getCurrentValueAsString() const override
-        {
-            return owner.selectedIndex >= 0 ? owner.getText() : owner.textForNone;
-        }
-        void setValueAsString (const juce::String&) override {}
-
-    private:
-        const ItemChooser& owner;
-    };
-
-    const auto open = [this] { showMenu(); };
-    const auto actions = juce::AccessibilityActions()
-                             .addAction (juce::AccessibilityActionType::press, open)
-                             .addAction (juce::AccessibilityActionType::showMenu, open);
-    return std::make_unique<juce::AccessibilityHandler> (
-        *this, juce::AccessibilityRole::comboBox, actions,
-        juce::AccessibilityHandler::Interfaces { std::make_unique<Value> (*this) });
+    return createChoiceAccessibility (
+        *this, [this] { return selectedIndex >= 0 ? getText() : textForNone; }, [this] { showMenu(); });
 }
 
 } // namespace quilvane

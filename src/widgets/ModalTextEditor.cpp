@@ -33,6 +33,10 @@ void ModalTextEditor::startEditing()
     toFront (false);
     selectAll();
 
+    // A press on what takes no focus ends the editing, too.
+    watched = top;
+    top->addMouseListener (&pressWatcher, true);
+
     if (isShowing())
         grabKeyboardFocus();
 }
@@ -57,6 +61,9 @@ void ModalTextEditor::finishEditing()
     // Going back takes the focus away, which ends here again.
     if (! std::exchange (editing, false))
         return;
+
+    if (watched != nullptr)
+        watched->removeMouseListener (&pressWatcher);
 
     if (oldParent != nullptr && getParentComponent() != oldParent)
         oldParent->addAndMakeVisible (this);

@@ -42,6 +42,21 @@ private:
     void textEditorEscapeKeyPressed (juce::TextEditor&) override;
     void textEditorFocusLost (juce::TextEditor&) override;
 
+    struct PressWatcher final : juce::MouseListener
+    {
+        explicit PressWatcher (ModalTextEditor& watching) : editor (watching) {}
+
+        void mouseDown (const juce::MouseEvent& e) override
+        {
+            if (e.originalComponent != &editor && ! editor.isParentOf (e.originalComponent))
+                editor.finishEditing();
+        }
+
+        ModalTextEditor& editor;
+    };
+
+    PressWatcher pressWatcher { *this };
+    juce::Component::SafePointer<juce::Component> watched; // by it
     ListenerArray<ModalListener> modalListeners;
     bool editing = false;
     juce::String oldText;

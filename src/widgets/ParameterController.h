@@ -9,7 +9,7 @@
 namespace quilvane
 {
 
-/** The lighter tie between a widget and any number of parameters, for widgets that no skin's reader builds.
+/** The lighter tie between a widget and any number of parameters, for widgets of windows, and for controls of several parameters.
     Parameters are not owned and outlive the widget. For the message thread. */
 class ParameterController : public Parameter::Listener
 {

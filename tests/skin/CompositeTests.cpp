@@ -251,6 +251,15 @@ TEST_F (Composites, CtrlMovesAllChannelsOfAMixerFromWhereTheyStood)
     mouse.release ({ 10, 40 });
     EXPECT_EQ (told.take(), "begin change end");
 
+    // What the window's end cut off doesn't go on with the next press.
+    mouse.press ({ 10, 40 }, keys::left | keys::ctrl);
+    panel->endPendingGesture();
+    mouse.drag ({ 10, 20 });
+    mouse.press ({ 10, 40 }, keys::left | keys::ctrl);
+    mouse.drag ({ 10, 40 });
+    mouse.release ({ 10, 40 });
+    expectValues (0.2f, 0.9f);
+
     // The wheel moves one; a click that belongs to the editor, none; nor does anything while it's read only.
     mixer.mouseWheelMove (mouse.event ({ 30, 20 }, false), { 0.0f, -1.0f, false, false, false });
     expectValues (0.2f, 0.75f);
@@ -262,14 +271,38 @@ TEST_F (Composites, CtrlMovesAllChannelsOfAMixerFromWhereTheyStood)
     EXPECT_EQ (panel->getComponentAt (mixer.getPosition() + juce::Point<int> (10, 40)), panel.get());
 }
 
+TEST_F (Composites, TheWheelMovesSteppedChannelsToo)
+{
+    parameter ("Stages Number").setInt (1, false);
+    place ("Mixer", {}, size (40, 90) + parameters ({ "Stages Number" }));
+    const auto turn = [this] (float amount, bool isSmooth)
+    {
+        Mouse mouse (component());
+        control<MixerController>().mouseWheelMove (mouse.event ({ 20, 20 }, false),
+                                                   { 0.0f, amount, false, isSmooth, false });
+        return parameter ("Stages Number").getInt();
+    };
+
+    EXPECT_EQ (turn (0.19f, false), 2) << "a notch";
+    EXPECT_EQ (turn (-0.19f, false), 1);
+    int numTurns = 1;
+
+    while (turn (0.05f, true) == 1 && numTurns < 100)
+        ++numTurns;
+
+    EXPECT_GT (numTurns, 10) << "of a trackpad";
+    EXPECT_LT (numTurns, 30);
+}
+
 TEST_F (Composites, MixersEndureWhatSkinsSay)
 {
     for (const auto* attributes : { "thumb=\"2147483647\" readOnly=\"maybe\"", "thumb=\"-1\" background=\"missing\"" })
         for (const auto* gfx : { "gaps=\"99999999999,-5\"", "gaps=\",\"", "gaps=\"1\"" })
-            for (const auto* frames : { "11", "0", "-1", "2147483647" })
+            for (const auto* frames : { "11", "0", "-1", "2147483647", "-2147483648" })
             {
                 place ("Mixer", attributes,
                        size (50, 40) + "<gfx " + gfx + "><image strip=\"slider\" name=\"20x60x11\" frames=\"" + frames
+                           + "\"/><image strip=\"display\" name=\"none\" frames=\"" + frames
                            + "\"/><image strip=\"both\" name=\"20x60x11\"/></gfx>"
                            + parameters ({ "LFO 1 Depth", "Stages Number", "Preset Name", "LFO 1 Sync" }));
                 auto& mixer = control<MixerController>();

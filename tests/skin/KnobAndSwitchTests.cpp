@@ -224,7 +224,17 @@ TEST_F (Knobs, PitchBendersSpringBack)
     EXPECT_EQ (shownFrame(), 2);
     mouse.release ({ 2, 2 - 125 });
 
+    EXPECT_EQ (log.take(), "begin change end change");
+
+    // The parameter's own news come back later.
+    runMessageLoopFor (50);
     EXPECT_EQ (parameter ("FX").getNormalised(), 0.5f);
+    EXPECT_EQ (bender.getValue(), 0.0);
+
+    // A drag that Shift was pressed in ends as well.
+    mouse.press ({ 2, 2 });
+    mouse.drag ({ 2, 2 - 50 });
+    mouse.release ({ 2, 2 - 50 }, keys::shift);
     EXPECT_EQ (bender.getValue(), 0.0);
     EXPECT_EQ (log.take(), "begin change end change");
 }

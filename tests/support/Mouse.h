@@ -22,8 +22,10 @@ public:
 
     void drag (juce::Point<int> position) { component.mouseDrag (event (position, true)); }
 
-    void release (juce::Point<int> position)
+    /** @param added keys that are held by then */
+    void release (juce::Point<int> position, int added = 0)
     {
+        flags |= added;
         component.mouseUp (event (position, position != start));
         juce::ModifierKeys::currentModifiers = {};
     }
