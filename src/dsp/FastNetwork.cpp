@@ -90,7 +90,7 @@ void FastNetwork::run (const Kernels& kernels, Network* const (&sides)[NumSides]
     else
         std::transform (hz, hz + count, warped, [&] (float f) { return first.allpass.warp (static_cast<double> (f)); });
 
-    Kernels::Network kernel;
+    Kernels::Network kernel {};
     kernel.inputHighPassGain = first.inputHighPass.coefficient;
     kernel.inputLowPassGain = first.inputLowPass.coefficient;
     kernel.loopHighPassGain = first.loopHighPass.coefficient;
@@ -120,11 +120,12 @@ void FastNetwork::run (const Kernels& kernels, Network* const (&sides)[NumSides]
     }
 }
 
-#define QUILVANE_INSTANTIATE(Network)                                                                        \
- template void FastNetwork::run (const Kernels&, Network* const(&)[1], const float*, double*, int) noexcept; \
- template void FastNetwork::run (const Kernels&, Network* const(&)[2], const float*, double*, int) noexcept;
+using Normal = QuilvaneOTA_Normal;
+using High = QuilvaneOTA_High;
 
-QUILVANE_INSTANTIATE (QuilvaneOTA_Normal)
-QUILVANE_INSTANTIATE (QuilvaneOTA_High)
+template void FastNetwork::run (const Kernels&, Normal* const (&)[1], const float*, double*, int) noexcept;
+template void FastNetwork::run (const Kernels&, Normal* const (&)[2], const float*, double*, int) noexcept;
+template void FastNetwork::run (const Kernels&, High* const (&)[1], const float*, double*, int) noexcept;
+template void FastNetwork::run (const Kernels&, High* const (&)[2], const float*, double*, int) noexcept;
 
 } // namespace quilvane

@@ -347,7 +347,7 @@ private:
 };
 
 /** The table for the processor that the including source is compiled for. */
-const Kernels kernels {
+inline const Kernels kernels {
     {
         { { NetworkKernel<1, 3, 2>::run, NetworkKernel<1, 3, 4>::run, NetworkKernel<1, 3, 6>::run,
             NetworkKernel<1, 3, 8>::run },

@@ -339,7 +339,7 @@ void QuilvaneCore::runMeters (const float* outputLeft, const float* outputRight,
 void QuilvaneCore::processRun (const float* inLeft, const float* inRight, float* outLeft, float* outRight,
                                int numSamples) noexcept
 {
-    Controls controls;
+    Controls controls {};
     runControls (controls, numSamples);
 
     Run<bool> leftActive, rightActive;

@@ -53,7 +53,7 @@ QUILVANE_INLINE Double4 polynomial (const double (&coefficients)[Size], Double4 
 }
 
 /** The nearest whole number, in the low bits of the sum; for magnitudes below 2^50. */
-constexpr double roundingOffset = 6755399441055744.0; // 1.5 * 2^52
+inline constexpr double roundingOffset = 6755399441055744.0; // 1.5 * 2^52
 
 /** Rounds to float what is known to `relativeError`. Where a value lies so near to the middle between two floats
     that the error might decide, `exact (index)` does. */
@@ -75,21 +75,21 @@ QUILVANE_INLINE Float4 roundExactly (Double4 v, double relativeError, Exact&& ex
 }
 
 // Twice what rounding can do to the polynomials and to the library's functions, which are good to one last place.
-constexpr double polynomialError = 1.0 / (1ull << 50);
+inline constexpr double polynomialError = 1.0 / (1ull << 50);
 
 // The library's power of floats isn't always rounded to the nearest. For all floats from 2^-31 to 1, glibc 2.36 rounds
 // to the other side only where the exact value lies within 2^-33.1 of the middle.
-constexpr double floatPowerError = 1.0 / (1ull << 32);
+inline constexpr double floatPowerError = 1.0 / (1ull << 32);
 
 //==============================================================================
 // sin x / x in x^2 by Taylor's series: below 2e-18 for |x| up to pi/2.
-constexpr double sineCoefficients[] {
+inline constexpr double sineCoefficients[] {
     1.9572941063391263e-20, -8.22063524662433e-18,  2.8114572543455206e-15, -7.647163731819816e-13,
     1.6059043836821613e-10, -2.505210838544172e-08, 2.7557319223985893e-06, -0.0001984126984126984,
     0.008333333333333333,   -0.16666666666666666,
 };
 
-void sine (const double* phases, float* waves, size_t count)
+inline void sine (const double* phases, float* waves, size_t count)
 {
     constexpr double quarterPi = 0.7853981633974483, oneOverPi = 0.3183098861837907;
     constexpr double pi = 3.141592653589793, piRest = 1.2246467991473532e-16; // pi in two parts
@@ -112,7 +112,7 @@ void sine (const double* phases, float* waves, size_t count)
     }
 }
 
-void powerOneAndAHalf (const float* u, float* powers, size_t count)
+inline void powerOneAndAHalf (const float* u, float* powers, size_t count)
 {
     for (size_t i = 0; i < count; i += 4)
     {
@@ -126,7 +126,7 @@ void powerOneAndAHalf (const float* u, float* powers, size_t count)
 }
 
 // 2^x by the series of e^(x ln 2): below 5e-18 for |x| up to 1/2.
-constexpr double exponentialCoefficients[] {
+inline constexpr double exponentialCoefficients[] {
     1.3691488853904128e-12, 2.5678435993488206e-11,
     4.4455382718708116e-10, 7.054911620801123e-09,
     1.01780860092397e-07,   1.321548679014431e-06,
@@ -136,7 +136,7 @@ constexpr double exponentialCoefficients[] {
     0.6931471805599453,     1.0,
 };
 
-void frequency (const float* exponents, float* hz, size_t count)
+inline void frequency (const float* exponents, float* hz, size_t count)
 {
     constexpr double lowest = 13.75, limit = 1000.0;
 
@@ -157,11 +157,11 @@ void frequency (const float* exponents, float* hz, size_t count)
 }
 
 // tan x / x in x^2 by Taylor's series: below 1e-18 for |x| up to 0.115.
-constexpr double tangentCoefficients[] {
+inline constexpr double tangentCoefficients[] {
     929569.0 / 638512875.0, 21844.0 / 6081075.0, 1382.0 / 155925.0, 62.0 / 2835.0, 17.0 / 315.0, 2.0 / 15.0, 1.0 / 3.0,
 };
 
-void warp (const float* hz, double scale, double gain, double* warped, size_t count)
+inline void warp (const float* hz, double scale, double gain, double* warped, size_t count)
 {
     for (size_t i = 0; i < count; i += 4)
     {
