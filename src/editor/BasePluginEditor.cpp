@@ -50,7 +50,6 @@ BasePluginEditor::BasePluginEditor (BasePlugin& owner, bool loadsSkinFiles) :
 
     buildLabel.setText (makeBuildText(), juce::dontSendNotification);
     buildLabel.setJustificationType (juce::Justification::centredRight);
-    buildLabel.setFont (look.getStatusBarFont());
     buildLabel.setColour (juce::Label::textColourId, look.findColour (DefaultLookAndFeel::statusBarTextId));
     buildLabel.setColour (juce::Label::backgroundColourId, look.findColour (DefaultLookAndFeel::statusBarBackgroundId));
     buildLabel.addMouseListener (this, false);
@@ -187,13 +186,25 @@ void BasePluginEditor::layOutStatusBar()
 {
     constexpr int labelMargin = 12; // the label's own border on both sides
 
-    const auto labelWidth =
-        buildLabel.isVisible() ? buildLabel.getFont().getStringWidth (buildLabel.getText()) + labelMargin : 0;
+    int labelWidth = 0;
+
+    // Not before there's a window: the first font of a process makes JUCE open all fonts of the machine.
+    if (buildLabel.isVisible() && getParentComponent() != nullptr)
+    {
+        buildLabel.setFont (sharedLook->look.getStatusBarFont());
+        labelWidth = buildLabel.getFont().getStringWidth (buildLabel.getText()) + labelMargin;
+    }
+
     const auto height = getStatusBarHeight();
 
     statusBar.setVisible (isStatusBarVisible());
     statusBar.setBounds (0, panelHeight, getWidth() - labelWidth, statusBar.getHeight());
     buildLabel.setBounds (getWidth() - labelWidth, panelHeight, labelWidth, height);
+}
+
+void BasePluginEditor::parentHierarchyChanged()
+{
+    layOutStatusBar();
 }
 
 juce::Component* BasePluginEditor::findControl (const juce::String& name)

@@ -143,6 +143,7 @@ private:
     void showPanel (std::unique_ptr<GFXPanel>);
     void setPanelSize (int width, int height);
     void layOutStatusBar();
+    void parentHierarchyChanged() override;
     juce::String makeBuildText() const;
     void resetControl (const juce::MouseEvent&, bool forced);
     void closeWindows();

@@ -166,10 +166,7 @@ void StatusBar::updateQualityText()
 void StatusBar::lookAndFeelChanged()
 {
     if (const auto* look = dynamic_cast<DefaultLookAndFeel*> (&getLookAndFeel()))
-    {
-        font = look->getStatusBarFont();
         setSize (getWidth(), look->getStatusBarHeight());
-    }
 }
 
 void StatusBar::resized()
@@ -210,7 +207,10 @@ void StatusBar::paint (juce::Graphics& g)
 {
     g.fillAll (findColour (DefaultLookAndFeel::statusBarBackgroundId));
     g.setColour (findColour (DefaultLookAndFeel::statusBarTextId));
-    g.setFont (font);
+
+    // Asked for when there's something to paint: the first font of a process makes JUCE open all fonts of the machine.
+    if (const auto* look = dynamic_cast<DefaultLookAndFeel*> (&getLookAndFeel()))
+        g.setFont (look->getStatusBarFont());
 
     auto area = getLocalBounds().withTrimmedLeft (textMargin);
 

@@ -86,7 +86,6 @@ private:
     BasePlugin& plugin;
     Owner& owner;
     std::array<Settings, 3> settings;
-    juce::Font font;
     juce::String message;
     int priority = 0;
 };

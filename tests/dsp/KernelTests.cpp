@@ -168,8 +168,8 @@ TEST_P (FastForms, TheOscillatorsAreTheSameToTheBit)
                 for (auto& value : offsets)
                     value = offset = std::min (offset + 1.0e-4, 3.14159);
 
-                FastOscillators::process (kernels, { fast[0].get(), fast[1].get() }, { fast[2].get(), fast[3].get() }, offsets.data(),
-                                          first, second, numSamples);
+                FastOscillators::process (kernels, { fast[0].get(), fast[1].get() }, { fast[2].get(), fast[3].get() },
+                                          offsets.data(), first, second, numSamples);
                 offset = offsets[static_cast<size_t> (numSamples - 1)];
 
                 for (size_t i = 0; i < static_cast<size_t> (numSamples); ++i)
@@ -230,7 +230,7 @@ TEST_P (FastForms, TheFunctionsRoundAsTheLibraryDoes)
 
         for (size_t i = 0; i < size; ++i)
             ASSERT_EQ (results[i], static_cast<float> (std::pow (2.0, static_cast<double> (exponents[i])) * 13.75))
-                    << exponents[i];
+                << exponents[i];
     }
 }
 
