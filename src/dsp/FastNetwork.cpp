@@ -90,7 +90,7 @@ void FastNetwork::run (const Kernels& kernels, Network* const (&sides)[NumSides]
     else
         std::transform (hz, hz + count, warped, [&] (float f) { return first.allpass.warp (static_cast<double> (f)); });
 
-    Kernels::Network kernel {};
+    Kernels::Network kernel; // NOLINT(cppcoreguidelines-pro-type-member-init): filled as far as it's read
     kernel.inputHighPassGain = first.inputHighPass.coefficient;
     kernel.inputLowPassGain = first.inputLowPass.coefficient;
     kernel.loopHighPassGain = first.loopHighPass.coefficient;

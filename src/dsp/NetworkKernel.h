@@ -79,11 +79,13 @@ public:
     static void run (Kernels::Network& network, const double* warped, double* samples, int numSamples)
     {
         NetworkKernel kernel (network);
+        Tuning tuning;
+        kernel.tune (tuning, warped, numSamples);
 
         for (int i = 0; i < numSamples; ++i)
-            kernel.process (load (warped + i * Sides), samples + i * Sides);
+            kernel.process (tuning, i, samples + i * Sides);
 
-        kernel.storeStates();
+        kernel.storeStates (1.0 + load (warped + (numSamples - 1) * Sides));
     }
 
 private:
@@ -124,14 +126,11 @@ private:
         low = load (n.input + 2 * Sides);
         loop1 = load (n.loop);
         loopSum = loop1 + load (n.loop + Sides) / loopK;
-        mix = load (n.mix);
-        feedback = load (n.feedback);
-        wetMix = load (n.wetMix);
     }
 
-    QUILVANE_INLINE void storeStates()
+    QUILVANE_INLINE void storeStates (V lastOnePlusG)
     {
-        const auto perState = twice (onePlusG * 0.5); // 1 / b
+        const auto perState = twice (lastOnePlusG * 0.5); // 1 / b
 
         for (int k = 0; k < M; ++k)
         {
@@ -145,9 +144,91 @@ private:
         storeVector (network.input + 2 * Sides, low);
         storeVector (network.loop, loop1);
         storeVector (network.loop + Sides, (loopSum - loop1) * (1.0 - network.loopHighPassGain));
-        storeVector (network.mix, mix);
-        storeVector (network.feedback, feedback);
-        storeVector (network.wetMix, wetMix);
+    }
+
+    //==============================================================================
+    /** What stands still during one sample at the base rate, for each of them; sides in turn. */
+    struct Tuning
+    {
+        static constexpr int size = Kernels::maximumSides * Kernels::maximumSamples;
+
+        alignas (32) double a[size], aM[size], h[size], r[M][size];
+        alignas (32) double rescale[size]; // of the all-passes' states
+        alignas (32) double loop[size], minusLoopFeedback[size];
+        alignas (32) double fromInput[size], fromLower[size], fromUpper[size];
+        alignas (32) double wet[size], conditioned[size], raw[size];
+    };
+
+    /** All samples' tunings, four values at once, and the smoothed values' steps. */
+    QUILVANE_INLINE void tune (Tuning& tuning, const double* warped, int numSamples)
+    {
+        alignas (32) double feedbackBefore[Tuning::size], feedback[Tuning::size], mix[Tuning::size],
+            wetMix[Tuning::size], onePlusG[Tuning::size + Kernels::maximumSides];
+
+        auto nowFeedback = load (network.feedback), nowMix = load (network.mix), nowWetMix = load (network.wetMix);
+
+        // The states' scale as they are loaded is that of b = 1.
+        storeVector (onePlusG, L::fill (2.0));
+
+        for (int i = 0; i < numSamples; ++i)
+        {
+            const auto at = i * Sides;
+            storeVector (feedbackBefore + at, nowFeedback);
+            nowMix = nowMix - (nowMix - network.mixTarget) * smoothing;
+            nowFeedback = nowFeedback - (nowFeedback - network.feedbackTarget) * smoothing;
+            nowWetMix = nowWetMix - (nowWetMix - network.wetMixTarget) * smoothing;
+            storeVector (feedback + at, nowFeedback);
+            storeVector (mix + at, nowMix);
+            storeVector (wetMix + at, nowWetMix);
+            storeVector (onePlusG + at + Sides, load (warped + at) + 1.0);
+        }
+
+        storeVector (network.feedback, nowFeedback);
+        storeVector (network.mix, nowMix);
+        storeVector (network.wetMix, nowWetMix);
+
+        for (int i = 0; i < numSamples * Sides; i += 4)
+        {
+            const auto read = [i] (const double* values) { return loadVector<Double4> (values + i); };
+            const auto write = [i] (double* values, Double4 v) { storeVector (values + i, v); };
+            const auto one = Double4 {} + 1.0;
+
+            const auto g = read (warped);
+            const auto invOnePlusG = one / (one + g);
+            const auto gain = invOnePlusG * g;
+            const auto a = gain + gain - one;
+            const auto a2 = a * a, a3 = a2 * a, rest = one - a2;
+            const auto aM = M == 1 ? a : M == 2 ? a2 : M == 3 ? a3 : a2 * a2;
+            const auto ratio = M == 1 ? one : M == 2 ? a : M == 3 ? a2 : a3; // a^(M-1)
+            const auto aN = aM * aM;
+
+            write (tuning.a, a);
+            write (tuning.aM, aM);
+            write (tuning.h, ratio * rest * static_cast<double> (M));
+            write (tuning.rescale, read (onePlusG) * invOnePlusG);
+
+            if constexpr (M > 1)
+                write (tuning.r[M - 2], rest - a2);
+
+            if constexpr (M > 2)
+                write (tuning.r[M - 3], 2.0 * rest * a - a3);
+
+            if constexpr (M > 3)
+                write (tuning.r[M - 4], 3.0 * rest * a2 - a2 * a2);
+
+            const auto loop = one / (one - aN * read (feedbackBefore));
+            const auto loopFeedback = loop * read (feedback);
+            write (tuning.loop, loop);
+            write (tuning.minusLoopFeedback, -loopFeedback);
+            write (tuning.fromInput, -loopFeedback * (one - aN * aN));
+            write (tuning.fromUpper, loopFeedback * aN);
+            write (tuning.fromLower, loopFeedback * aN * aM);
+
+            const auto nowWet = read (mix) * read (wetMix);
+            write (tuning.wet, nowWet);
+            write (tuning.conditioned, read (mix) - nowWet);
+            write (tuning.raw, one - read (mix));
+        }
     }
 
     //==============================================================================
@@ -228,53 +309,22 @@ private:
     }
 
     /** One sample at the base rate, in place. */
-    QUILVANE_INLINE void process (V g, double* sample)
+    QUILVANE_INLINE void process (const Tuning& tuning, int index, double* sample)
     {
-        const auto one = L::fill (1.0);
-
-        // What stands still until the next sample.
-        const auto lastOnePlusG = onePlusG;
-        onePlusG = one + g;
-        const auto invOnePlusG = one / onePlusG;
-        const auto gain = invOnePlusG * g;
-        const auto a = gain + gain - one;
-        const auto a2 = a * a, rest = one - a2;
-
-        V aM, h;
-
-        if constexpr (M == 1)
-            aM = a, h = rest;
-        else if constexpr (M == 2)
-            aM = a2, h = 2.0 * a * rest;
-        else if constexpr (M == 3)
-            aM = a2 * a, h = 3.0 * a2 * rest;
-        else
-            aM = a2 * a2, h = 4.0 * (a2 * a) * rest;
+        const auto at = static_cast<size_t> (index) * Sides;
+        const auto aM = load (tuning.aM + at), loop = load (tuning.loop + at);
+        const auto fromInput = load (tuning.fromInput + at);
+        const auto fromLower = load (tuning.fromLower + at), fromUpper = load (tuning.fromUpper + at);
+        const auto wet = load (tuning.wet + at), conditioned = load (tuning.conditioned + at);
+        const auto raw = load (tuning.raw + at);
+        const auto aW = twice (load (tuning.a + at)), hW = twice (load (tuning.h + at));
+        const auto rescale = twice (load (tuning.rescale + at));
 
         W r[M];
-        r[M - 1] = twice (-a);
+        r[M - 1] = -aW;
 
-        if constexpr (M > 1)
-            r[M - 2] = twice (rest - a2);
-
-        if constexpr (M > 2)
-            r[M - 3] = twice (2.0 * rest * a - a2 * a);
-
-        if constexpr (M > 3)
-            r[M - 4] = twice (3.0 * rest * a2 - a2 * a2);
-
-        const auto aN = aM * aM;
-        const auto loop = one / (one - aN * feedback); // with the feedback before its step
-
-        mix = mix - (mix - network.mixTarget) * smoothing;
-        feedback = feedback - (feedback - network.feedbackTarget) * smoothing;
-        wetMix = wetMix - (wetMix - network.wetMixTarget) * smoothing;
-
-        const auto loopFeedback = loop * feedback;
-        const auto fromUpper = loopFeedback * aN, fromLower = fromUpper * aM;
-        const auto fromInput = -loopFeedback * (one - aN * aN);
-        const auto wet = mix * wetMix, conditioned = mix - wet, raw = one - mix;
-        const auto aW = twice (a), hW = twice (h), rescale = twice (lastOnePlusG * invOnePlusG);
+        for (int k = 0; k < M - 1; ++k)
+            r[k] = twice (load (tuning.r[k] + at));
 
         alignas (32) double buffers[2][factor * Sides];
         const auto* const xs = interpolate (sample, buffers);
@@ -293,7 +343,8 @@ private:
             d = d * aW + t[k];
         }
 
-        auto v = -loopFeedback * L::lower (estimate) - loopFeedback * aM * L::upper (estimate);
+        const auto minusFeedback = load (tuning.minusLoopFeedback + at);
+        auto v = minusFeedback * L::lower (estimate) + minusFeedback * aM * L::upper (estimate);
 
 #pragma GCC unroll 8
         for (int i = 0; i < factor; ++i)
@@ -337,13 +388,9 @@ private:
     const V inputGain, inputScale, lowGain, lowGain2;
     const V loopGain, loopGain2, loopKept, smoothing;
     V loopAmount, loopThrough;
-
-    // The scale of the all-passes' states as they are loaded is that of b = 1.
-    V onePlusG = L::fill (2.0);
     W t[M];
     V high1, high2, low;
     V loop1, loopSum;
-    V mix, feedback, wetMix;
 };
 
 /** The table for the processor that the including source is compiled for. */

@@ -339,7 +339,7 @@ void QuilvaneCore::runMeters (const float* outputLeft, const float* outputRight,
 void QuilvaneCore::processRun (const float* inLeft, const float* inRight, float* outLeft, float* outRight,
                                int numSamples) noexcept
 {
-    Controls controls {};
+    Controls controls; // NOLINT(cppcoreguidelines-pro-type-member-init): filled as far as it's read
     runControls (controls, numSamples);
 
     Run<bool> leftActive, rightActive;
