@@ -79,7 +79,7 @@ public:
     static void run (Kernels::Network& network, const double* warped, double* samples, int numSamples)
     {
         NetworkKernel kernel (network);
-        Tuning tuning;
+        Tuning tuning; // NOLINT(cppcoreguidelines-pro-type-member-init): filled as far as it is read
         kernel.tune (tuning, warped, numSamples);
 
         for (int i = 0; i < numSamples; ++i)
