@@ -55,12 +55,7 @@ void FastOscillators::readWaveforms (const Kernels& kernels, const Pair& pair, c
 
         case QuilvaneLFO::Waveform::hyperTriangle:
             if (isSlow)
-            {
-                std::transform (phases.begin(), phases.begin() + paddedCount, waves.begin(), shapes::hyperTriangleBase);
-                kernels.powerOneAndAHalf (waves.data(), waves.data(), paddedCount);
-                std::transform (waves.begin(), waves.begin() + count, waves.begin(), shapes::hyperTriangle);
-                return;
-            }
+                return kernels.hyperTriangle (phases.data(), waves.data(), paddedCount);
 
             break;
 

@@ -59,8 +59,8 @@ struct Kernels
     /** sin (phase - 45 degrees), for phases from 0 to 2 pi, rounded to float as the library's sine is. */
     void (*sine) (const double* phases, float* waves, size_t count);
 
-    /** u^1.5, for u from 0 to 1, rounded as the library's power is. */
-    void (*powerOneAndAHalf) (const float* u, float* powers, size_t count);
+    /** The hyper triangle over phases from 0 to 2 pi, rounded at each step as with the library's power. */
+    void (*hyperTriangle) (const double* phases, float* waves, size_t count);
 
     /** 13.75 * 2^exponent, rounded to float as with the library's power. */
     void (*frequency) (const float* exponents, float* hz, size_t count);

@@ -407,7 +407,7 @@ inline const Kernels kernels {
     },
     warp,
     sine,
-    powerOneAndAHalf,
+    hyperTriangle,
     frequency,
 };
 

@@ -103,8 +103,7 @@ float QuilvaneLFO::readWaveform (double readPhase) noexcept
         case Waveform::rampDown: return shapes::rampDown (readPhase);
         case Waveform::rampUp: return shapes::rampUp (readPhase);
         case Waveform::sampleAndHold: return readRandomStep (readPhase);
-        case Waveform::hyperTriangle:
-            return shapes::hyperTriangle (std::pow (shapes::hyperTriangleBase (readPhase), shapes::hyperExponent));
+        case Waveform::hyperTriangle: return shapes::hyperTriangle (readPhase);
     }
 
     return 0.0f;

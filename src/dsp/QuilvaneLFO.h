@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 
 #include "dsp/Clock.h"
@@ -43,15 +44,10 @@ inline float rampUp (double phase) noexcept
     return static_cast<float> (phase * oneOverPi - 1.0);
 }
 
-/** What is raised to hyperExponent. */
-inline float hyperTriangleBase (double phase) noexcept
+inline float hyperTriangle (double phase) noexcept
 {
-    return 0.5f - triangle (phase) * 0.5f;
-}
-
-inline float hyperTriangle (float power) noexcept
-{
-    return 1.0f - 2.0f * power;
+    const auto u = 0.5f - triangle (phase) * 0.5f;
+    return 1.0f - 2.0f * std::pow (u, hyperExponent);
 }
 
 } // namespace shapes

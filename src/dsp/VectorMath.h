@@ -55,12 +55,11 @@ QUILVANE_INLINE Double4 polynomial (const double (&coefficients)[Size], Double4 
 /** The nearest whole number, in the low bits of the sum; for magnitudes below 2^50. */
 inline constexpr double roundingOffset = 6755399441055744.0; // 1.5 * 2^52
 
-/** Rounds to float what is known to `relativeError`. Where a value lies so near to the middle between two floats
-    that the error might decide, `exact (index)` does. */
+/** Rounds to float what is known to an error, of either sign. Where a value lies so near to the middle between two
+    floats that the error might decide, `exact (index)` does. */
 template <typename Exact>
-QUILVANE_INLINE Float4 roundExactly (Double4 v, double relativeError, Exact&& exact)
+QUILVANE_INLINE Float4 roundExactly (Double4 v, Double4 error, Exact&& exact)
 {
-    const auto error = v * relativeError;
     const auto low = __builtin_convertvector(v - error, Float4), high = __builtin_convertvector(v + error, Float4);
     const Int4 differ = low != high; // NaN too
     const auto halves = reinterpret_cast<Long2> (differ);
@@ -107,21 +106,38 @@ inline void sine (const double* phases, float* waves, size_t count)
         const auto sign = reinterpret_cast<Long4> (shifted) << 63;
         const auto signedValue = reinterpret_cast<Double4> (reinterpret_cast<Long4> (value) ^ sign);
 
-        storeVector (waves + i, roundExactly (signedValue, polynomialError,
+        storeVector (waves + i, roundExactly (signedValue, signedValue * polynomialError,
                                               [&] (int lane) { return static_cast<float> (std::sin (x[lane])); }));
     }
 }
 
-inline void powerOneAndAHalf (const float* u, float* powers, size_t count)
+/** The triangle of a phase, each operation rounded by itself, which isn't left to the compiler here. */
+inline float plainTriangle (double phase)
 {
+    constexpr double pi = 3.141592653589793, twoOverPi = 0.6366197723675814, threeHalvesPi = 4.71238898038469;
+    const volatile auto product = (phase < pi ? phase : threeHalvesPi - phase) * twoOverPi;
+    return static_cast<float> (phase < pi ? product - 1.0 : product);
+}
+
+inline void hyperTriangle (const double* phases, float* waves, size_t count)
+{
+    constexpr double pi = 3.141592653589793, twoOverPi = 0.6366197723675814, threeHalvesPi = 4.71238898038469;
+
+    // The product is rounded before 1 is taken from it, or isn't: half a place of numbers up to 2, and as much again.
+    constexpr double triangleError = 1.0 / (1ull << 51);
+
     for (size_t i = 0; i < count; i += 4)
     {
-        const auto x = __builtin_convertvector(loadVector<Float4> (u + i), Double4);
-        const Double4 root { std::sqrt (x[0]), std::sqrt (x[1]), std::sqrt (x[2]), std::sqrt (x[3]) };
+        const auto phase = loadVector<Double4> (phases + i);
+        const auto triangle = phase < pi ? phase * twoOverPi - 1.0 : (threeHalvesPi - phase) * twoOverPi;
+        const auto rounded =
+            roundExactly (triangle, Double4 {} + triangleError, [&] (int lane) { return plainTriangle (phase[lane]); });
 
-        storeVector (powers + i,
-                     roundExactly (x * root, floatPowerError,
-                                   [&] (int lane) { return std::pow (static_cast<float> (x[lane]), 1.5f); }));
+        const auto u = __builtin_convertvector(0.5f - rounded * 0.5f, Double4);
+        const Double4 root { std::sqrt (u[0]), std::sqrt (u[1]), std::sqrt (u[2]), std::sqrt (u[3]) };
+        const auto power = u * root;
+        const auto exact = [&] (int lane) { return std::pow (static_cast<float> (u[lane]), 1.5f); };
+        storeVector (waves + i, 1.0f - 2.0f * roundExactly (power, power * floatPowerError, exact));
     }
 }
 
@@ -151,7 +167,7 @@ inline void frequency (const float* exponents, float* hz, size_t count)
             reinterpret_cast<Double4> (reinterpret_cast<Long4> (fraction) + (reinterpret_cast<Long4> (shifted) << 52));
 
         storeVector (hz + i,
-                     roundExactly (power * lowest, polynomialError,
+                     roundExactly (power * lowest, power * (lowest * polynomialError),
                                    [&] (int lane) { return static_cast<float> (std::pow (2.0, e[lane]) * lowest); }));
     }
 }

@@ -194,7 +194,7 @@ TEST_P (FastForms, TheFunctionsRoundAsTheLibraryDoes)
 {
     constexpr size_t size = 2 * maximumSamples;
     std::array<double, size> phases {};
-    std::array<float, size> exponents {}, base {}, results {};
+    std::array<float, size> exponents {}, results {};
 
     for (int turn = 0; turn < 20000 / lengthDivisor; ++turn)
     {
@@ -202,7 +202,6 @@ TEST_P (FastForms, TheFunctionsRoundAsTheLibraryDoes)
         {
             phases[i] = uniform (0.0, 2.0 * shapes::pi);
             exponents[i] = static_cast<float> (uniform (-30.0, 30.0));
-            base[i] = static_cast<float> (uniform (0.0, 1.0));
         }
 
         // Where the sine is near nothing, and what is no number or far away.
@@ -211,17 +210,19 @@ TEST_P (FastForms, TheFunctionsRoundAsTheLibraryDoes)
         exponents[2] = std::nanf ("");
         exponents[3] = 3.0e9f;
         exponents[4] = -3.0e9f;
-        base[5] = 0.0f;
+        phases[5] = shapes::pi;
+        phases[6] = 0.0;
+        phases[7] = shapes::twoPi;
 
         kernels.sine (phases.data(), results.data(), size);
 
         for (size_t i = 0; i < size; ++i)
             ASSERT_EQ (results[i], static_cast<float> (std::sin (phases[i] - shapes::quarterPi))) << phases[i];
 
-        kernels.powerOneAndAHalf (base.data(), results.data(), size);
+        kernels.hyperTriangle (phases.data(), results.data(), size);
 
         for (size_t i = 0; i < size; ++i)
-            ASSERT_EQ (results[i], std::pow (base[i], 1.5f)) << base[i];
+            ASSERT_EQ (results[i], shapes::hyperTriangle (phases[i])) << phases[i];
 
         kernels.frequency (exponents.data(), results.data(), size);
         ASSERT_TRUE (std::isnan (results[2]));
