@@ -44,7 +44,7 @@ struct Kernels
     };
 
     /** Runs one side or both.
-        @param warped the prewarped gain g of the all-passes for each sample; padded to pairs
+        @param warped the prewarped gain g of the all-passes for each sample; read by fours
         @param samples at the base rate, in place and at unit gain */
     using RunNetwork = void (*) (Network&, const double* warped, double* samples, int numSamples);
 

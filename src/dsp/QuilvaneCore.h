@@ -88,8 +88,8 @@ private:
         @returns whether all of them are, or none */
     bool runGate (Side&, const float* input, Run<bool>& isActive, int numSamples) const noexcept;
 
-    /** Samples during which the same sides are active, in place.
-        @param sides index of the first, and how many */
+    /** Samples from start to end, during which the same sides are active, in place.
+        @param firstSide 0 for the left one */
     template <size_t NumSides>
     void processSides (const std::array<Side*, NumSides>&, size_t firstSide, const Controls&,
                        const std::array<float*, NumSides>& samples, int start, int end) noexcept;
