@@ -27,8 +27,6 @@ public:
 
     void setTarget (size_t index, float value) noexcept { target[index] = value; }
 
-    float operator[] (size_t index) const noexcept { return current[index]; }
-
     /** One step of all values; once per sample. */
     void advance() noexcept
     {

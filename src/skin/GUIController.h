@@ -44,9 +44,6 @@ public:
     /** The linked parameter, or null. */
     Parameter* getParameter() const noexcept { return linkedParameter; }
 
-    /** Whether a double click on the control resets its parameter. */
-    bool canResetParameter() const noexcept { return paramReset; }
-
     void endPendingGesture() override { endGesture(); }
 
     void parameterChanged (Parameter&) override;

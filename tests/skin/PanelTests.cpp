@@ -246,6 +246,7 @@ TEST_F (Controls, AreResetByADoubleClickAsTheSkinSays)
     for (const auto& test : cases)
     {
         buildOne (test.tag, test.attributes);
-        EXPECT_EQ (control<GUIController>().canResetParameter(), test.expected) << test.tag << " " << test.attributes;
+        EXPECT_EQ (control<GUIController>().canResetParameterAt (Mouse (component()).event ({}, false)), test.expected)
+            << test.tag << " " << test.attributes;
     }
 }
