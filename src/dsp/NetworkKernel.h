@@ -12,29 +12,39 @@
 // of N all-passes is cut in two halves of M = N / 2, the lower and the upper half of a vector of twice the width (W).
 //
 // One section. With a = 2 G - 1 and b = 1 - a, QuilvaneOTA's step is y = a x + b s, s' = (1 + a) x - a s. In the
-// scaled state t = b s, y = a x + t and t' = (1 - a^2) x - a t = x - a y: two fused multiply-adds. When a changes
-// from one sample to the next, t is multiplied by the new b over the old one; with b = 2 / (1 + g) that is
-// (1 + old g) / (1 + new g).
+// scaled state t = b s, y = a x + t and t' = (1 - a^2) x - a t = x - a y.
 //
-// The feedback's estimate. It is e = f (t_0 + a t_1 + ... + a^(N-1) t_(N-1)), f being the feedback. By the step
-// before, t_k = w_k - a w_(k+1), where w_0 is the chain's input and w_N = y its output; so within one sample of the
-// base rate, while a stands still, the sum collapses to e = f (w - a^N y), with the w and the y of the step before.
-// Only the first step of each sample of the base rate takes the long sum.
+// A group of sections k = 0 ... M - 1. What it would put out without input at this step is P_k = t_k + a P_(k-1), after
+// each section, so that with the input x its outputs are a^(k+1) x + P_k, and the group's own is a^M x + D, D being the
+// last P. These P are kept in place of the states. They move by
+//     P_k' = S_(k-1) - a S_k + (k + 1) a^k (1 - a^2) x, S_k = P_k + a S_(k-1), S_(-1) = 0,
+// which waits for x in its last operation only. (From t_k' = a^k (1 - a^2) x + P_(k-1) - a P_k, put into the sum that
+// P_k is.) The last one's first two terms are (1 - a^2) S_(M-2) - a P_(M-1).
 //
-// The chain's output without the chain. A group of M sections gives a^M x + P, with P = t_(M-1) + a t_(M-2) + ... +
-// a^(M-1) t_0 of its states before the step. Let D be the pair of both groups' P. Then the second group's input is
-// w_M = a^M w + D_lower and the output y = a^M w_M + D_upper, before any section has run: both groups run at once,
-// and the next step needn't wait for them. D itself is worked out one step ahead, from the states before the last
-// step and that step's input: D' = r . t + h x, with
-//     r_(M-1-i) = i (1 - a^2) a^(i-1) - a^(i+1), h = M a^(M-1) (1 - a^2),
-// the first of which is what t' = x - a y makes of P's weights, and the second the group's impulse response at 1.
+// When a becomes c from one sample to the next, t is multiplied by the new b over the old one; with b = 2 / (1 + g) that
+// is q = (1 + old g) / (1 + new g). Then P_k becomes q (P_k + (c - a) U_(k-1)), U_k = P_k + c U_(k-1), U_(-1) = 0.
 //
-// The loop. With u = l (c - e), l being the loop's gain and c the conditioned input, and y from above,
-//     u = l c - l f (1 - a^2N) w + l f a^N (a^M D_lower + D_upper), the w and the D of the step before.
-// The two high-passes of the loop are h = k (x - s), s' = s + 2 G (x - s) with k = 1 - G. With the second one's state
-// divided by k, and s the sum of the two states, the loop's output is
-//     w = (1 - A + A k^2) u - A k^2 s, A being the amount, and s' = (1 - 2 G) s - 2 G s_1 + 4 G u.
-// The input's high-passes are treated in the same way.
+// The two groups. With the chain's input w, the second one's input is w_M = a^M w + D_lower and the chain's output
+// y = a^M w_M + D_upper, before any section has run: both groups run at once, and the next step needn't wait for them.
+//
+// The feedback's estimate. It is e = f (t_0 + a t_1 + ... + a^(N-1) t_(N-1)), f being the feedback. By the step before,
+// t_k = w_k - a w_(k+1), where w_0 is the chain's input w and w_N its output y; so within one sample of the base rate,
+// while a stands still, the sum collapses to e = f (w - a^N y), with the w and the y of the step before. With y from
+// above that is
+//     e = f (1 - a^2N) w - f a^N (a^M D_lower + D_upper).
+// Only the first step of each sample of the base rate takes the long sum. Of one group, in the P before the change from
+// a to c, that is q (c^(M-1) P_(M-1) + (1 - a c) (P_0 + c P_1 + ... + c^(M-2) P_(M-2))).
+//
+// The loop. Its input is u = l (i - e), l being the loop's gain and i the conditioned input; i - e takes the D and the w
+// of the step before, the latter in the last operation. The two high-passes are h = k (x - s), s' = s + 2 G (x - s) with
+// k = 1 - G. With the second one's state divided by k, s the sum of the two states and s_1 the first, the loop's output
+// is
+//     w = (1 - A + A k^2) u - A k^2 s, A being the amount, s' = (1 - 2 G) s - 2 G s_1 + 4 G u.
+// The states are kept as s / 4 G and s_1 / 2. The input's filters are treated in the same way: their gain k^2 is taken
+// out and put into what follows.
+//
+// Ahead. Neighbouring steps overlap as far as the processor looks ahead, which is less than a sample of the base rate.
+// So the next sample is interpolated and conditioned between the steps of the present one.
 //
 // The mix is linear in the chain's output, the conditioned and the raw input.
 
@@ -60,16 +70,18 @@ struct Lanes<2>
     static QUILVANE_INLINE V upper (W w) { return __builtin_shufflevector (w, w, 2, 3); }
 };
 
+// Of V the second lane holds nothing that matters: vectors of two move more easily than single values.
 template <>
 struct Lanes<1>
 {
-    using V = double;
+    using V = Double2;
     using W = Double2;
 
-    static QUILVANE_INLINE V fill (double x) { return x; }
-    static QUILVANE_INLINE W join (V lower, V upper) { return W { lower, upper }; }
-    static QUILVANE_INLINE V lower (W w) { return w[0]; }
-    static QUILVANE_INLINE V upper (W w) { return w[1]; }
+    static QUILVANE_INLINE V fill (double x) { return V { x, x }; }
+    static QUILVANE_INLINE W join (double lower, double upper) { return W { lower, upper }; }
+    static QUILVANE_INLINE W join (V lower, V upper) { return __builtin_shufflevector (lower, upper, 0, 2); }
+    static QUILVANE_INLINE V lower (W w) { return w; }
+    static QUILVANE_INLINE V upper (W w) { return __builtin_shufflevector (w, w, 1, 1); }
 };
 
 template <int Sides, int Stages, int NumSections>
@@ -80,12 +92,20 @@ public:
     {
         NetworkKernel kernel (network);
         Tuning tuning; // NOLINT(cppcoreguidelines-pro-type-member-init): filled as far as it is read
+        Input inputs[2];
+        const auto last = numSamples - 1;
+
         kernel.tune (tuning, warped, numSamples);
+        kernel.interpolate (samples, inputs[0].x);
 
-        for (int i = 0; i < numSamples; ++i)
-            kernel.process (tuning, i, samples + i * Sides);
+        for (int i = 0; i < factor; ++i)
+            kernel.condition (inputs[0], i);
 
-        kernel.storeStates (1.0 + load (warped + (numSamples - 1) * Sides));
+        for (int i = 0; i < last; ++i)
+            kernel.template process<true> (tuning, i, inputs[i % 2], inputs[(i + 1) % 2], samples + i * Sides);
+
+        kernel.template process<false> (tuning, last, inputs[last % 2], inputs[0], samples + last * Sides);
+        kernel.storeStates (load (tuning.a + last * Sides), 1.0 + load (warped + last * Sides));
     }
 
 private:
@@ -96,7 +116,21 @@ private:
     static constexpr int M = NumSections / 2;
     static constexpr int factor = 1 << Stages;
 
-    static QUILVANE_INLINE V load (const double* p) { return loadVector<V> (p); }
+    static QUILVANE_INLINE V load (const double* p)
+    {
+        if constexpr (Sides == 2)
+            return loadVector<V> (p);
+        else
+            return L::fill (*p);
+    }
+
+    static QUILVANE_INLINE void store (double* p, V v)
+    {
+        if constexpr (Sides == 2)
+            storeVector (p, v);
+        else
+            *p = v[0];
+    }
 
     /** Two values that were stored one by one: a single load would wait until both stores are done. */
     static QUILVANE_INLINE W loadPair (const double* p) { return L::join (load (p), load (p + Sides)); }
@@ -105,45 +139,43 @@ private:
     QUILVANE_INLINE explicit NetworkKernel (Kernels::Network& n) :
         network (n),
         inputGain (L::fill (2.0 * n.inputHighPassGain)),
-        inputScale (L::fill ((1.0 - n.inputHighPassGain) * (1.0 - n.inputHighPassGain))),
         lowGain (L::fill (n.inputLowPassGain)),
         lowGain2 (L::fill (2.0 * n.inputLowPassGain)),
-        loopGain (L::fill (2.0 * n.loopHighPassGain)),
-        loopGain2 (L::fill (4.0 * n.loopHighPassGain)),
         loopKept (L::fill (1.0 - 2.0 * n.loopHighPassGain)),
-        smoothing (L::fill (n.smoothingCoefficient))
+        inputK (1.0 - n.inputHighPassGain),
+        inputScale (inputK * inputK),
+        loopK (1.0 - n.loopHighPassGain),
+        loopScale (4.0 * n.loopHighPassGain),
+        minusLoopAmount (L::fill (-n.loopHighPassAmount * loopK * loopK * loopScale))
     {
-        const auto inputK = 1.0 - n.inputHighPassGain, loopK = 1.0 - n.loopHighPassGain;
-        const auto amount = n.loopHighPassAmount * loopK * loopK;
-        loopAmount = L::fill (amount);
-        loopThrough = L::fill (1.0 - n.loopHighPassAmount + amount);
-
         for (int k = 0; k < M; ++k)
-            t[k] = L::join (load (n.allpass + k * Sides), load (n.allpass + (k + M) * Sides));
+            p[k] = L::join (load (n.allpass + k * Sides), load (n.allpass + (k + M) * Sides));
 
         high1 = load (n.input);
         high2 = load (n.input + Sides) / inputK;
-        low = load (n.input + 2 * Sides);
-        loop1 = load (n.loop);
-        loopSum = loop1 + load (n.loop + Sides) / loopK;
+        low = load (n.input + 2 * Sides) / inputScale;
+
+        const auto first = load (n.loop);
+        loop1 = first * 0.5;
+        loopSum = (first + load (n.loop + Sides) / loopK) / loopScale;
     }
 
-    QUILVANE_INLINE void storeStates (V lastOnePlusG)
+    QUILVANE_INLINE void storeStates (V lastA, V lastOnePlusG)
     {
-        const auto perState = twice (lastOnePlusG * 0.5); // 1 / b
+        const auto a = twice (lastA), perState = twice (lastOnePlusG * 0.5); // 1 / b
 
         for (int k = 0; k < M; ++k)
         {
-            const auto s = t[k] * perState;
-            storeVector (network.allpass + k * Sides, L::lower (s));
-            storeVector (network.allpass + (k + M) * Sides, L::upper (s));
+            const auto s = (k == 0 ? p[0] : p[k] - a * p[k - 1]) * perState;
+            store (network.allpass + k * Sides, L::lower (s));
+            store (network.allpass + (k + M) * Sides, L::upper (s));
         }
 
-        storeVector (network.input, high1);
-        storeVector (network.input + Sides, high2 * (1.0 - network.inputHighPassGain));
-        storeVector (network.input + 2 * Sides, low);
-        storeVector (network.loop, loop1);
-        storeVector (network.loop + Sides, (loopSum - loop1) * (1.0 - network.loopHighPassGain));
+        store (network.input, high1);
+        store (network.input + Sides, high2 * inputK);
+        store (network.input + 2 * Sides, low * inputScale);
+        store (network.loop, loop1 * 2.0);
+        store (network.loop + Sides, (loopSum * loopScale - loop1 * 2.0) * loopK);
     }
 
     //==============================================================================
@@ -152,51 +184,78 @@ private:
     {
         static constexpr int size = Kernels::maximumSides * Kernels::maximumSamples;
 
-        alignas (32) double a[size], aM[size], h[size], r[M][size];
-        alignas (32) double rescale[size]; // of the all-passes' states
-        alignas (32) double loop[size], minusLoopFeedback[size];
+        alignas (32) double a[size], aM[size], rest[size]; // rest: 1 - a^2
+        alignas (32) double h[M][size];                    // the input's share in P'
+        alignas (32) double rescale[size], move[size];     // q, q (c - a)
+        alignas (32) double estimateOthers[size], estimateLast[size];
+        alignas (32) double loop[size], through[size], loopFirst[size];
         alignas (32) double fromInput[size], fromLower[size], fromUpper[size];
         alignas (32) double wet[size], conditioned[size], raw[size];
     };
 
-    /** All samples' tunings, four values at once, and the smoothed values' steps. */
-    QUILVANE_INLINE void tune (Tuning& tuning, const double* warped, int numSamples)
+    struct Smoothed
     {
-        alignas (32) double feedbackBefore[Tuning::size], feedback[Tuning::size], mix[Tuning::size],
-            wetMix[Tuning::size], onePlusG[Tuning::size + Kernels::maximumSides];
+        alignas (32) double feedbackBefore[Tuning::size], feedback[Tuning::size];
+        alignas (32) double mix[Tuning::size], wetMix[Tuning::size];
+    };
 
-        auto nowFeedback = load (network.feedback), nowMix = load (network.mix), nowWetMix = load (network.wetMix);
-
-        // The states' scale as they are loaded is that of b = 1.
-        storeVector (onePlusG, L::fill (2.0));
+    /** The smoothed values' steps. */
+    QUILVANE_INLINE void smooth (Smoothed& values, int numSamples)
+    {
+        const auto smoothing = L::fill (network.smoothingCoefficient);
+        auto feedback = load (network.feedback), mix = load (network.mix), wetMix = load (network.wetMix);
 
         for (int i = 0; i < numSamples; ++i)
         {
             const auto at = i * Sides;
-            storeVector (feedbackBefore + at, nowFeedback);
-            nowMix = nowMix - (nowMix - network.mixTarget) * smoothing;
-            nowFeedback = nowFeedback - (nowFeedback - network.feedbackTarget) * smoothing;
-            nowWetMix = nowWetMix - (nowWetMix - network.wetMixTarget) * smoothing;
-            storeVector (feedback + at, nowFeedback);
-            storeVector (mix + at, nowMix);
-            storeVector (wetMix + at, nowWetMix);
-            storeVector (onePlusG + at + Sides, load (warped + at) + 1.0);
+            store (values.feedbackBefore + at, feedback);
+            feedback = feedback - (feedback - network.feedbackTarget) * smoothing;
+            mix = mix - (mix - network.mixTarget) * smoothing;
+            wetMix = wetMix - (wetMix - network.wetMixTarget) * smoothing;
+            store (values.feedback + at, feedback);
+            store (values.mix + at, mix);
+            store (values.wetMix + at, wetMix);
         }
 
-        storeVector (network.feedback, nowFeedback);
-        storeVector (network.mix, nowMix);
-        storeVector (network.wetMix, nowWetMix);
+        store (network.feedback, feedback);
+        store (network.mix, mix);
+        store (network.wetMix, wetMix);
+    }
+
+    /** The values of the samples before. */
+    static QUILVANE_INLINE Double4 shift (Double4 before, Double4 now)
+    {
+        if constexpr (Sides == 2)
+            return __builtin_shufflevector (before, now, 2, 3, 4, 5);
+        else
+            return __builtin_shufflevector (before, now, 3, 4, 5, 6);
+    }
+
+    /** All samples' tunings, four values at once. */
+    QUILVANE_INLINE void tune (Tuning& tuning, const double* warped, int numSamples)
+    {
+        Smoothed values; // NOLINT(cppcoreguidelines-pro-type-member-init): filled as far as it is read
+        smooth (values, numSamples);
+
+        const auto one = Double4 {} + 1.0;
+        const auto amount = network.loopHighPassAmount, loopThrough = 1.0 - amount + amount * loopK * loopK;
+
+        // The states are loaded as what they are with a = 0 and b = 1.
+        auto lastA = Double4 {}, lastOnePlusG = one + one;
 
         for (int i = 0; i < numSamples * Sides; i += 4)
         {
-            const auto read = [i] (const double* values) { return loadVector<Double4> (values + i); };
-            const auto write = [i] (double* values, Double4 v) { storeVector (values + i, v); };
-            const auto one = Double4 {} + 1.0;
+            const auto read = [i] (const double* source) { return loadVector<Double4> (source + i); };
+            const auto write = [i] (double* destination, Double4 v) { storeVector (destination + i, v); };
 
             const auto g = read (warped);
-            const auto invOnePlusG = one / (one + g);
+            const auto onePlusG = one + g, invOnePlusG = one / onePlusG;
             const auto gain = invOnePlusG * g;
             const auto a = gain + gain - one;
+            const auto before = shift (lastA, a), rescale = shift (lastOnePlusG, onePlusG) * invOnePlusG;
+            lastA = a;
+            lastOnePlusG = onePlusG;
+
             const auto a2 = a * a, a3 = a2 * a, rest = one - a2;
             const auto aM = M == 1 ? a : M == 2 ? a2 : M == 3 ? a3 : a2 * a2;
             const auto ratio = M == 1 ? one : M == 2 ? a : M == 3 ? a2 : a3; // a^(M-1)
@@ -204,50 +263,66 @@ private:
 
             write (tuning.a, a);
             write (tuning.aM, aM);
-            write (tuning.h, ratio * rest * static_cast<double> (M));
-            write (tuning.rescale, read (onePlusG) * invOnePlusG);
+            write (tuning.rest, rest);
+            write (tuning.h[0], rest);
 
             if constexpr (M > 1)
-                write (tuning.r[M - 2], rest - a2);
+                write (tuning.h[1], 2.0 * rest * a);
 
             if constexpr (M > 2)
-                write (tuning.r[M - 3], 2.0 * rest * a - a3);
+                write (tuning.h[2], 3.0 * rest * a2);
 
             if constexpr (M > 3)
-                write (tuning.r[M - 4], 3.0 * rest * a2 - a2 * a2);
+                write (tuning.h[3], 4.0 * rest * a3);
 
-            const auto loop = one / (one - aN * read (feedbackBefore));
-            const auto loopFeedback = loop * read (feedback);
+            write (tuning.rescale, rescale);
+            write (tuning.move, rescale * (a - before));
+
+            // What is in the loop before its gain is divided by the input's scale.
+            const auto feedback = read (values.feedback) * (1.0 / inputScale);
+            const auto estimate = -feedback * rescale;
+            write (tuning.estimateOthers, estimate * (one - a * before));
+            write (tuning.estimateLast, estimate * ratio);
+            write (tuning.fromInput, feedback * (aN * aN - one));
+            write (tuning.fromUpper, feedback * aN);
+            write (tuning.fromLower, feedback * aN * aM);
+
+            const auto loop = inputScale / (one - aN * read (values.feedbackBefore));
             write (tuning.loop, loop);
-            write (tuning.minusLoopFeedback, -loopFeedback);
-            write (tuning.fromInput, -loopFeedback * (one - aN * aN));
-            write (tuning.fromUpper, loopFeedback * aN);
-            write (tuning.fromLower, loopFeedback * aN * aM);
+            write (tuning.through, loop * loopThrough);
+            write (tuning.loopFirst, loop * network.loopHighPassGain);
 
-            const auto nowWet = read (mix) * read (wetMix);
-            write (tuning.wet, nowWet);
-            write (tuning.conditioned, read (mix) - nowWet);
-            write (tuning.raw, one - read (mix));
+            const auto mix = read (values.mix), wet = mix * read (values.wetMix);
+            write (tuning.wet, wet);
+            write (tuning.conditioned, (mix - wet) * inputScale);
+            write (tuning.raw, one - mix);
         }
     }
 
     //==============================================================================
     static QUILVANE_INLINE W halfBandStep (W coefficient, W x, W previousX, W y)
     {
-        return coefficient * (x - y) + previousX;
+        return multiplyAdd (coefficient, x - y, previousX);
     }
 
-    /** The branches of an interpolator side by side, whose outputs are the even and the odd samples.
-        @returns where the result lies: in buffers[(Stages - 1) % 2] */
-    QUILVANE_INLINE const double* interpolate (const double* source, double (&buffers)[2][factor * Sides])
+    /** One sample of the base rate at the high rate. */
+    struct Input
+    {
+        alignas (32) double x[factor * Sides];           // interpolated
+        alignas (32) double conditioned[factor * Sides]; // divided by the input's scale
+    };
+
+    /** The branches of an interpolator side by side, whose outputs are the even and the odd samples. */
+    QUILVANE_INLINE void interpolate (const double* source, double* interpolated)
     {
         const auto coefficients =
             L::join (L::fill (OversampleIIR::HalfBand::coefficientA), L::fill (OversampleIIR::HalfBand::coefficientB));
+        alignas (32) double between[2][factor / 2 * Sides];
 
         for (int stage = 0; stage < Stages; ++stage)
         {
             auto* const history = network.up + stage * 3 * Sides;
-            auto* const result = buffers[stage % 2];
+            auto* const result = stage == Stages - 1 ? interpolated : between[stage % 2];
             auto previous = twice (load (history));
             auto y = loadPair (history + Sides);
 
@@ -259,136 +334,171 @@ private:
                 previous = x;
             }
 
-            storeVector (history, L::lower (previous));
+            store (history, L::lower (previous));
             storeVector (history + Sides, y);
             source = result;
         }
-
-        return source;
     }
 
-    /** The branches of a decimator side by side, of which each takes one sample of a pair. */
-    QUILVANE_INLINE void decimate (const double* source, double (&buffers)[2][factor * Sides], double* sample)
+    /** One step of the input's filters. */
+    QUILVANE_INLINE void condition (Input& input, int i)
+    {
+        const auto d1 = load (input.x + i * Sides) - high1;
+        high1 = multiplyAdd (inputGain, d1, high1);
+        const auto d2 = d1 - high2;
+        high2 = multiplyAdd (inputGain, d2, high2);
+        const auto d3 = d2 - low;
+        store (input.conditioned + i * Sides, multiplyAdd (lowGain, d3, low));
+        low = multiplyAdd (lowGain2, d3, low);
+    }
+
+    /** The branches of a decimator side by side, of which each takes one sample of a pair.
+        @param readPair gives the pairs of samples at the high rate */
+    template <typename ReadPair>
+    QUILVANE_INLINE void decimate (ReadPair&& readPair, double* sample)
     {
         const auto coefficients =
             L::join (L::fill (OversampleIIR::HalfBand::coefficientB), L::fill (OversampleIIR::HalfBand::coefficientA));
+        alignas (32) double between[2][factor / 2 * Sides];
 
         for (int stage = Stages; stage-- > 0;)
         {
+            const auto* const source = between[(stage + 1) % 2];
             auto* const history = network.down + stage * 4 * Sides;
-            auto* const result = buffers[(stage + 1) % 2];
             auto previous = loadPair (history);
             auto y = loadPair (history + 2 * Sides);
 
             for (int i = 0; i < 1 << stage; ++i)
             {
-                const auto x = loadPair (source + 2 * i * Sides);
+                const auto x = stage == Stages - 1 ? readPair (i) : loadPair (source + 2 * i * Sides);
                 y = halfBandStep (coefficients, x, previous, y);
-                storeVector (result + i * Sides, L::lower (y) + L::upper (y));
+                store (between[stage % 2] + i * Sides, L::lower (y) + L::upper (y));
                 previous = x;
             }
 
             storeVector (history, previous);
             storeVector (history + 2 * Sides, y);
-            source = result;
         }
 
-        storeVector (sample, load (source) * (1.0 / factor));
+        store (sample, load (between[0]) * (1.0 / factor));
     }
 
-    QUILVANE_INLINE V condition (V x)
+    //==============================================================================
+    /** The sum of a new sample's first estimate; of the states before retune(). */
+    QUILVANE_INLINE V estimateFirst (const Tuning& tuning, size_t at, W a) const
     {
-        const auto d1 = x - high1;
-        high1 = inputGain * d1 + high1;
-        const auto d2 = d1 - high2;
-        high2 = inputGain * d2 + high2;
-        const auto d3 = inputScale * d2 - low;
-        const auto c = lowGain * d3 + low;
-        low = lowGain2 * d3 + low;
-        return c;
+        auto estimate = twice (load (tuning.estimateLast + at)) * p[M - 1];
+
+        if constexpr (M > 1)
+        {
+            auto others = p[M - 2];
+
+            for (int k = M - 2; --k >= 0;)
+                others = multiplyAdd (a, others, p[k]);
+
+            estimate = multiplyAdd (twice (load (tuning.estimateOthers + at)), others, estimate);
+        }
+
+        return multiplyAdd (load (tuning.aM + at), L::upper (estimate), L::lower (estimate));
     }
 
-    /** One sample at the base rate, in place. */
-    QUILVANE_INLINE void process (const Tuning& tuning, int index, double* sample)
+    /** Takes a sample's tuning. */
+    QUILVANE_INLINE void retune (W a, W rescale, W move)
     {
-        const auto at = static_cast<size_t> (index) * Sides;
-        const auto aM = load (tuning.aM + at), loop = load (tuning.loop + at);
-        const auto fromInput = load (tuning.fromInput + at);
-        const auto fromLower = load (tuning.fromLower + at), fromUpper = load (tuning.fromUpper + at);
-        const auto wet = load (tuning.wet + at), conditioned = load (tuning.conditioned + at);
-        const auto raw = load (tuning.raw + at);
-        const auto aW = twice (load (tuning.a + at)), hW = twice (load (tuning.h + at));
-        const auto rescale = twice (load (tuning.rescale + at));
-
-        W r[M];
-        r[M - 1] = -aW;
-
-        for (int k = 0; k < M - 1; ++k)
-            r[k] = twice (load (tuning.r[k] + at));
-
-        alignas (32) double buffers[2][factor * Sides];
-        const auto* const xs = interpolate (sample, buffers);
-        auto* const ys = buffers[Stages % 2]; // the other one
-
-        for (auto& state : t)
-            state = state * rescale;
-
-        // The long sum, and the first D. The states that were last to be ready come last.
-        auto estimate = t[0], d = t[0], power = aW;
+        auto others = p[0];
+        p[0] = rescale * others;
 
         for (int k = 1; k < M; ++k)
         {
-            estimate = power * t[k] + estimate;
-            power = power * aW;
-            d = d * aW + t[k];
+            const auto old = p[k];
+            p[k] = multiplyAdd (move, others, rescale * old);
+            others = multiplyAdd (a, others, old);
+        }
+    }
+
+    /** One step of both groups. */
+    QUILVANE_INLINE void runSections (W in, W minusA, W a, W rest, const W (&h)[M])
+    {
+        auto sum = p[0];
+        p[0] = multiplyAdd (h[0], in, minusA * sum);
+
+        for (int k = 1; k < M - 1; ++k)
+        {
+            const auto lastSum = sum;
+            sum = multiplyAdd (a, sum, p[k]);
+            p[k] = multiplyAdd (h[k], in, multiplyAdd (minusA, sum, lastSum));
         }
 
-        const auto minusFeedback = load (tuning.minusLoopFeedback + at);
-        auto v = minusFeedback * L::lower (estimate) + minusFeedback * aM * L::upper (estimate);
+        if constexpr (M > 1)
+            p[M - 1] = multiplyAdd (h[M - 1], in, multiplyAdd (rest, sum, minusA * p[M - 1]));
+    }
 
-#pragma GCC unroll 8
+    /** One sample at the base rate, in place; and the input of the next one, if there is one. */
+    template <bool HasNext>
+    QUILVANE_INLINE void process (const Tuning& tuning, int index, const Input& input, Input& next, double* sample)
+    {
+        const auto at = static_cast<size_t> (index) * Sides;
+        const auto aM = load (tuning.aM + at), loop = load (tuning.loop + at);
+        const auto through = load (tuning.through + at), loopFirst = load (tuning.loopFirst + at);
+        const auto fromInput = load (tuning.fromInput + at);
+        const auto fromLower = load (tuning.fromLower + at), fromUpper = load (tuning.fromUpper + at);
+        const auto a = twice (load (tuning.a + at)), minusA = -a, rest = twice (load (tuning.rest + at));
+
+        W h[M];
+
+        for (int k = 0; k < M; ++k)
+            h[k] = twice (load (tuning.h[k] + at));
+
+        if constexpr (HasNext)
+            interpolate (sample + Sides, next.x);
+
+        auto u = load (input.conditioned) + estimateFirst (tuning, at, a);
+        retune (a, twice (load (tuning.rescale + at)), twice (load (tuning.move + at)));
+
+        alignas (32) double ys[factor * Sides];
+
+#pragma GCC unroll 16
         for (int i = 0; i < factor; ++i)
         {
-            const auto x = load (xs + i * Sides);
-            const auto c = condition (x);
+            const auto w = multiplyAdd (through, u, minusLoopAmount * loopSum);
+            loopSum = multiplyAdd (loop, u, loopKept * loopSum - loop1);
+            loop1 = multiplyAdd (loopFirst, u, loopKept * loop1);
 
-            const auto u = loop * c + v;
-            const auto w = loopThrough * u - loopAmount * loopSum;
-            loopSum = loopGain2 * u + (loopKept * loopSum - loopGain * loop1);
-            loop1 = loopGain * u + loopKept * loop1;
+            const auto lower = L::lower (p[M - 1]), upper = L::upper (p[M - 1]);
+            const auto wM = multiplyAdd (aM, w, lower);
+            store (ys + i * Sides, multiplyAdd (aM, wM, upper));
+            runSections (L::join (w, wM), minusA, a, rest, h);
 
-            const auto lower = L::lower (d), upper = L::upper (d);
-            const auto wM = aM * w + lower;
-            const auto y = aM * wM + upper;
-            v = fromInput * w + (fromLower * lower + fromUpper * upper);
+            if constexpr (HasNext)
+                condition (next, i);
 
-            auto in = L::join (w, wM);
-            auto next = r[0] * t[0];
-
-            for (int k = 1; k < M; ++k)
-                next = r[k] * t[k] + next;
-
-            d = hW * in + next;
-
-            for (auto& state : t)
+            if (i < factor - 1)
             {
-                const auto out = aW * in + state;
-                state = in - aW * out;
-                in = out;
+                const auto fed = multiplyAdd (fromLower, lower, load (input.conditioned + (i + 1) * Sides));
+                u = multiplyAdd (fromInput, w, multiplyAdd (fromUpper, upper, fed));
             }
-
-            storeVector (ys + i * Sides, wet * y + (conditioned * c + raw * x));
         }
 
-        decimate (ys, buffers, sample);
+        const auto wet = twice (load (tuning.wet + at)), conditioned = twice (load (tuning.conditioned + at));
+        const auto raw = twice (load (tuning.raw + at));
+
+        const auto mixPair = [&] (int i)
+        {
+            const auto pair = 2 * i * Sides;
+            const auto dry = multiplyAdd (conditioned, loadPair (input.conditioned + pair),
+                                          raw * loadVector<W> (input.x + pair));
+            return multiplyAdd (wet, loadPair (ys + pair), dry);
+        };
+
+        decimate (mixPair, sample);
     }
 
     //==============================================================================
     Kernels::Network& network;
-    const V inputGain, inputScale, lowGain, lowGain2;
-    const V loopGain, loopGain2, loopKept, smoothing;
-    V loopAmount, loopThrough;
-    W t[M];
+    const V inputGain, lowGain, lowGain2, loopKept;
+    const double inputK, inputScale, loopK, loopScale;
+    const V minusLoopAmount;
+    W p[M];
     V high1, high2, low;
     V loop1, loopSum;
 };

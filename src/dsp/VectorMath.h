@@ -8,6 +8,10 @@
 
 #include "dsp/Kernels.h"
 
+#if defined(__x86_64__) && defined(__FMA__)
+ #include <immintrin.h>
+#endif
+
 // The vectors of the compilers' own (GCC's and Clang's vector extensions), which compile for any processor, and the
 // functions of the control values on them. Included by the sources that are compiled for one kind of processor each,
 // so everything stands in a namespace of the source's own.
@@ -38,6 +42,21 @@ template <typename Vector>
 QUILVANE_INLINE void storeVector (void* destination, Vector v)
 {
     std::memcpy (destination, &v, sizeof (v));
+}
+
+/** a b + c, in one operation where the processor has it. The compilers contract by themselves, too, but of a sum of two
+    products they choose which one is fused: here it is always the one that was named. */
+template <typename Vector>
+QUILVANE_INLINE Vector multiplyAdd (Vector a, Vector b, Vector c)
+{
+#if defined(__x86_64__) && defined(__FMA__)
+    if constexpr (sizeof (Vector) == sizeof (Double4))
+        return Vector (_mm256_fmadd_pd (__m256d (a), __m256d (b), __m256d (c)));
+    else
+        return Vector (_mm_fmadd_pd (__m128d (a), __m128d (b), __m128d (c)));
+#else
+    return a * b + c;
+#endif
 }
 
 /** A polynomial by Horner's rule, the highest coefficient first. */
