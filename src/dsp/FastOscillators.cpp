@@ -13,6 +13,9 @@ namespace
 // Radians per sample, up to which no phase leaves the range of the kernels.
 constexpr double fastestIncrement = 1.0;
 
+// What rounding can add to an angle, and more.
+constexpr double spareAngle = 1.0e-6;
+
 } // namespace
 
 void FastOscillators::readWaveforms (const Kernels& kernels, const Pair& pair, const double* rightOffsets,
@@ -24,7 +27,25 @@ void FastOscillators::readWaveforms (const Kernels& kernels, const Pair& pair, c
     auto leftPhase = pair[0]->phase, rightPhase = pair[1]->phase;
     const auto leftIncrement = pair[0]->increment, rightIncrement = pair[1]->increment;
 
-    for (size_t i = 0; i < numSamples; ++i)
+    // Mostly no turn ends in these samples, and what is read is a sum.
+    const auto [lowestOffset, highestOffset] = std::minmax (rightOffsets[0], rightOffsets[numSamples - 1]);
+    const auto room = shapes::twoPi - spareAngle - static_cast<double> (numSamples) * leftIncrement;
+    const auto staysInTurn = leftIncrement >= 0.0 && rightIncrement == leftIncrement && leftPhase >= 0.0
+                             && rightPhase >= 0.0 && lowestOffset >= 0.0 && leftPhase < room
+                             && rightPhase + highestOffset < room;
+
+    if (staysInTurn)
+    {
+        for (size_t i = 0; i < numSamples; ++i)
+        {
+            phases[2 * i] = leftPhase;
+            phases[2 * i + 1] = rightPhase + rightOffsets[i];
+            leftPhase += leftIncrement;
+            rightPhase += rightIncrement;
+        }
+    }
+
+    for (size_t i = staysInTurn ? numSamples : 0; i < numSamples; ++i)
     {
         phases[2 * i] = QuilvaneLFO::readPhaseAndWrap (leftPhase, 0.0);
         phases[2 * i + 1] = QuilvaneLFO::readPhaseAndWrap (rightPhase, rightOffsets[i]);
@@ -82,19 +103,7 @@ void FastOscillators::process (const Kernels& kernels, const Pair& firstPair, co
     for (size_t k = 0; k < lfos.size(); ++k)
         lagged[k] = lfos[k]->lagged;
 
-    const auto step = [&] (size_t k, float& wave)
-    {
-        lagged[k] -= (lagged[k] - static_cast<double> (wave)) * coefficient;
-        wave = (static_cast<float> (lagged[k]) + 1.0f) * 0.5f;
-    };
-
-    for (size_t i = 0; i < 2 * size; i += 2)
-    {
-        step (0, first[i]);
-        step (1, first[i + 1]);
-        step (2, second[i]);
-        step (3, second[i + 1]);
-    }
+    kernels.lag (lagged.data(), coefficient, first.data(), second.data(), size);
 
     for (size_t k = 0; k < lfos.size(); ++k)
         lfos[k]->lagged = lagged[k];

@@ -23,7 +23,8 @@ public:
     /** The oscillators of one number, left and right: of the same settings. */
     using Pair = std::array<QuilvaneLFO*, 2>;
 
-    /** @param rightOffsets what is added to the phases of the right side, in radians
+    /** @param rightOffsets what is added to the phases of the right side, in radians, from 0 up; none is outside of what
+            the first and the last one are
         @param first, second the outputs as unipolar values, 0 to 1 */
     static void process (const Kernels&, const Pair& firstPair, const Pair& secondPair, const double* rightOffsets,
                          Pairs<float>& first, Pairs<float>& second, int numSamples) noexcept;

@@ -62,11 +62,11 @@ protected:
     {
         // The limits come first, in an order that sends NaN to the bottom: not every float is an int.
         const auto position = sample * 100.0f + 200.0f;
-        constexpr auto last = static_cast<float> (meterTableSize - 1);
+        constexpr auto last = static_cast<int> (meterTableSize) - 1;
         const auto index =
-            position >= last ? meterTableSize - 1 : (position > 0.0f ? static_cast<std::size_t> (position) : 0);
+            position >= static_cast<float> (last) ? last : (position > 0.0f ? static_cast<int> (position) : 0);
 
-        return meterTable[index];
+        return meterTable[static_cast<std::size_t> (index)];
     }
 
     void publishMeters (float left, float right) noexcept;

@@ -65,6 +65,11 @@ struct Kernels
     /** 13.75 * 2^exponent, rounded to float as with the library's power. */
     void (*frequency) (const float* exponents, float* hz, size_t count);
 
+    /** The lags of two pairs of oscillators, in place.
+        @param lagged the four states: of the first pair, and of the second
+        @param first, second bipolar waves, which become the unipolar output */
+    void (*lag) (double* lagged, double coefficient, float* first, float* second, size_t numSamples);
+
     /** Those for this processor. */
     static const Kernels& get() noexcept;
 

@@ -199,19 +199,32 @@ private:
         alignas (32) double mix[Tuning::size], wetMix[Tuning::size];
     };
 
-    /** The smoothed values' steps. */
-    QUILVANE_INLINE void smooth (Smoothed& values, int numSamples)
+    static QUILVANE_INLINE bool isSame (V a, V b)
+    {
+        const auto differs = a != b;
+        return (differs[0] | differs[1]) == 0;
+    }
+
+    /** The smoothed values' steps.
+        @returns whether all of them stand still: then only the first four of each are written */
+    QUILVANE_INLINE bool smooth (Smoothed& values, int numSamples)
     {
         const auto smoothing = L::fill (network.smoothingCoefficient);
+        const auto step = [smoothing] (V value, double target) { return value - (value - target) * smoothing; };
         auto feedback = load (network.feedback), mix = load (network.mix), wetMix = load (network.wetMix);
 
-        for (int i = 0; i < numSamples; ++i)
+        const auto standStill = isSame (feedback, step (feedback, network.feedbackTarget))
+                                && isSame (mix, step (mix, network.mixTarget))
+                                && isSame (wetMix, step (wetMix, network.wetMixTarget));
+        const auto numSteps = standStill ? 4 / Sides : numSamples;
+
+        for (int i = 0; i < numSteps; ++i)
         {
             const auto at = i * Sides;
             store (values.feedbackBefore + at, feedback);
-            feedback = feedback - (feedback - network.feedbackTarget) * smoothing;
-            mix = mix - (mix - network.mixTarget) * smoothing;
-            wetMix = wetMix - (wetMix - network.wetMixTarget) * smoothing;
+            feedback = step (feedback, network.feedbackTarget);
+            mix = step (mix, network.mixTarget);
+            wetMix = step (wetMix, network.wetMixTarget);
             store (values.feedback + at, feedback);
             store (values.mix + at, mix);
             store (values.wetMix + at, wetMix);
@@ -220,6 +233,7 @@ private:
         store (network.feedback, feedback);
         store (network.mix, mix);
         store (network.wetMix, wetMix);
+        return standStill;
     }
 
     /** The values of the samples before. */
@@ -235,7 +249,7 @@ private:
     QUILVANE_INLINE void tune (Tuning& tuning, const double* warped, int numSamples)
     {
         Smoothed values; // NOLINT(cppcoreguidelines-pro-type-member-init): filled as far as it is read
-        smooth (values, numSamples);
+        const auto standStill = smooth (values, numSamples);
 
         const auto one = Double4 {} + 1.0;
         const auto amount = network.loopHighPassAmount, loopThrough = 1.0 - amount + amount * loopK * loopK;
@@ -245,10 +259,11 @@ private:
 
         for (int i = 0; i < numSamples * Sides; i += 4)
         {
-            const auto read = [i] (const double* source) { return loadVector<Double4> (source + i); };
+            const auto readSmoothed = [at = standStill ? 0 : i] (const double* source)
+            { return loadVector<Double4> (source + at); };
             const auto write = [i] (double* destination, Double4 v) { storeVector (destination + i, v); };
 
-            const auto g = read (warped);
+            const auto g = loadVector<Double4> (warped + i);
             const auto onePlusG = one + g, invOnePlusG = one / onePlusG;
             const auto gain = invOnePlusG * g;
             const auto a = gain + gain - one;
@@ -279,7 +294,7 @@ private:
             write (tuning.move, rescale * (a - before));
 
             // What is in the loop before its gain is divided by the input's scale.
-            const auto feedback = read (values.feedback) * (1.0 / inputScale);
+            const auto feedback = readSmoothed (values.feedback) * (1.0 / inputScale);
             const auto estimate = -feedback * rescale;
             write (tuning.estimateOthers, estimate * (one - a * before));
             write (tuning.estimateLast, estimate * ratio);
@@ -287,12 +302,12 @@ private:
             write (tuning.fromUpper, feedback * aN);
             write (tuning.fromLower, feedback * aN * aM);
 
-            const auto loop = inputScale / (one - aN * read (values.feedbackBefore));
+            const auto loop = inputScale / (one - aN * readSmoothed (values.feedbackBefore));
             write (tuning.loop, loop);
             write (tuning.through, loop * loopThrough);
             write (tuning.loopFirst, loop * network.loopHighPassGain);
 
-            const auto mix = read (values.mix), wet = mix * read (values.wetMix);
+            const auto mix = readSmoothed (values.mix), wet = mix * readSmoothed (values.wetMix);
             write (tuning.wet, wet);
             write (tuning.conditioned, (mix - wet) * inputScale);
             write (tuning.raw, one - mix);
@@ -485,8 +500,8 @@ private:
         const auto mixPair = [&] (int i)
         {
             const auto pair = 2 * i * Sides;
-            const auto dry = multiplyAdd (conditioned, loadPair (input.conditioned + pair),
-                                          raw * loadVector<W> (input.x + pair));
+            const auto dry =
+                multiplyAdd (conditioned, loadPair (input.conditioned + pair), raw * loadVector<W> (input.x + pair));
             return multiplyAdd (wet, loadPair (ys + pair), dry);
         };
 
@@ -519,6 +534,7 @@ inline const Kernels kernels {
     sine,
     hyperTriangle,
     frequency,
+    lag,
 };
 
 } // namespace

@@ -23,6 +23,7 @@ namespace
 
 using Double2 = double __attribute__ ((vector_size (16)));
 using Double4 = double __attribute__ ((vector_size (32)));
+using Float2 = float __attribute__ ((vector_size (8)));
 using Float4 = float __attribute__ ((vector_size (16)));
 using Int4 = int32_t __attribute__ ((vector_size (16)));
 using Long2 = int64_t __attribute__ ((vector_size (16)));
@@ -44,8 +45,8 @@ QUILVANE_INLINE void storeVector (void* destination, Vector v)
     std::memcpy (destination, &v, sizeof (v));
 }
 
-/** a b + c, in one operation where the processor has it. The compilers contract by themselves, too, but of a sum of two
-    products they choose which one is fused: here it is always the one that was named. */
+/** a b + c, in one operation where the processor has it. The compilers aren't let to fuse by themselves: of a sum of two
+    products they would choose which one, and some sums have to be rounded like the plain ones. */
 template <typename Vector>
 QUILVANE_INLINE Vector multiplyAdd (Vector a, Vector b, Vector c)
 {
@@ -59,16 +60,33 @@ QUILVANE_INLINE Vector multiplyAdd (Vector a, Vector b, Vector c)
 #endif
 }
 
-/** A polynomial by Horner's rule, the highest coefficient first. */
+/** The sum of terms[i] x^i by Estrin's scheme, whose chain of operations is short: neighbours first. */
+template <size_t Size>
+QUILVANE_INLINE Double4 polynomial (const Double4 (&terms)[Size], Double4 x)
+{
+    if constexpr (Size == 1)
+        return terms[0];
+    else
+    {
+        constexpr auto half = (Size + 1) / 2;
+        Double4 pairs[half];
+
+        for (size_t i = 0; i < half; ++i)
+            pairs[i] = 2 * i + 1 < Size ? multiplyAdd (terms[2 * i + 1], x, terms[2 * i]) : terms[2 * i];
+
+        return polynomial (pairs, x * x);
+    }
+}
+
 template <size_t Size>
 QUILVANE_INLINE Double4 polynomial (const double (&coefficients)[Size], Double4 x)
 {
-    auto sum = Double4 {} + coefficients[0];
+    Double4 terms[Size];
 
-    for (size_t i = 1; i < Size; ++i)
-        sum = sum * x + coefficients[i];
+    for (size_t i = 0; i < Size; ++i)
+        terms[i] = Double4 {} + coefficients[i];
 
-    return sum;
+    return polynomial (terms, x);
 }
 
 /** The nearest whole number, in the low bits of the sum; for magnitudes below 2^50. */
@@ -92,20 +110,17 @@ QUILVANE_INLINE Float4 roundExactly (Double4 v, Double4 error, Exact&& exact)
     return result;
 }
 
-// Twice what rounding can do to the polynomials and to the library's functions, which are good to one last place.
-inline constexpr double polynomialError = 1.0 / (1ull << 50);
-
 // The library's power of floats isn't always rounded to the nearest. For all floats from 2^-31 to 1, glibc 2.36 rounds
 // to the other side only where the exact value lies within 2^-33.1 of the middle.
 inline constexpr double floatPowerError = 1.0 / (1ull << 32);
 
 //==============================================================================
-// sin x / x in x^2 by Taylor's series: below 2e-18 for |x| up to pi/2.
+// (sin x / x - 1) / x^2 in x^2 by Taylor's series: the sine is good to 4.4e-14 of it for |x| up to pi/2.
 inline constexpr double sineCoefficients[] {
-    1.9572941063391263e-20, -8.22063524662433e-18,  2.8114572543455206e-15, -7.647163731819816e-13,
-    1.6059043836821613e-10, -2.505210838544172e-08, 2.7557319223985893e-06, -0.0001984126984126984,
-    0.008333333333333333,   -0.16666666666666666,
+    -0.16666666666666666,   0.008333333333333333,   -0.0001984126984126984, 2.7557319223985893e-06,
+    -2.505210838544172e-08, 1.6059043836821613e-10, -7.647163731819816e-13, 2.8114572543455206e-15,
 };
+inline constexpr double sineError = 1.0 / (1ull << 43);
 
 inline void sine (const double* phases, float* waves, size_t count)
 {
@@ -115,61 +130,53 @@ inline void sine (const double* phases, float* waves, size_t count)
     for (size_t i = 0; i < count; i += 4)
     {
         const auto x = loadVector<Double4> (phases + i) - quarterPi;
-        const auto shifted = x * oneOverPi + roundingOffset;
+        const auto shifted = multiplyAdd (x, Double4 {} + oneOverPi, Double4 {} + roundingOffset);
         const auto turns = shifted - roundingOffset;
-        const auto y = (x - turns * pi) - turns * piRest;
+        const auto y = multiplyAdd (turns, Double4 {} - piRest, multiplyAdd (turns, Double4 {} - pi, x));
         const auto y2 = y * y;
-        const auto value = polynomial (sineCoefficients, y2) * (y2 * y) + y;
+        const auto value = multiplyAdd (polynomial (sineCoefficients, y2), y2 * y, y);
 
         // Odd half turns change the sign.
         const auto sign = reinterpret_cast<Long4> (shifted) << 63;
         const auto signedValue = reinterpret_cast<Double4> (reinterpret_cast<Long4> (value) ^ sign);
 
-        storeVector (waves + i, roundExactly (signedValue, signedValue * polynomialError,
+        storeVector (waves + i, roundExactly (signedValue, signedValue * sineError,
                                               [&] (int lane) { return static_cast<float> (std::sin (x[lane])); }));
     }
-}
-
-/** The triangle of a phase, each operation rounded by itself, which isn't left to the compiler here. */
-inline float plainTriangle (double phase)
-{
-    constexpr double pi = 3.141592653589793, twoOverPi = 0.6366197723675814, threeHalvesPi = 4.71238898038469;
-    const volatile auto product = (phase < pi ? phase : threeHalvesPi - phase) * twoOverPi;
-    return static_cast<float> (phase < pi ? product - 1.0 : product);
 }
 
 inline void hyperTriangle (const double* phases, float* waves, size_t count)
 {
     constexpr double pi = 3.141592653589793, twoOverPi = 0.6366197723675814, threeHalvesPi = 4.71238898038469;
 
-    // The product is rounded before 1 is taken from it, or isn't: half a place of numbers up to 2, and as much again.
-    constexpr double triangleError = 1.0 / (1ull << 51);
-
     for (size_t i = 0; i < count; i += 4)
     {
         const auto phase = loadVector<Double4> (phases + i);
         const auto triangle = phase < pi ? phase * twoOverPi - 1.0 : (threeHalvesPi - phase) * twoOverPi;
-        const auto rounded =
-            roundExactly (triangle, Double4 {} + triangleError, [&] (int lane) { return plainTriangle (phase[lane]); });
-
-        const auto u = __builtin_convertvector(0.5f - rounded * 0.5f, Double4);
+        const auto base = 0.5f - __builtin_convertvector(triangle, Float4) * 0.5f;
+        const auto u = __builtin_convertvector(base, Double4);
         const Double4 root { std::sqrt (u[0]), std::sqrt (u[1]), std::sqrt (u[2]), std::sqrt (u[3]) };
         const auto power = u * root;
-        const auto exact = [&] (int lane) { return std::pow (static_cast<float> (u[lane]), 1.5f); };
+        const auto exact = [&] (int lane) { return std::pow (base[lane], 1.5f); };
         storeVector (waves + i, 1.0f - 2.0f * roundExactly (power, power * floatPowerError, exact));
     }
 }
 
-// 2^x by the series of e^(x ln 2): below 5e-18 for |x| up to 1/2.
+// 2^x by the series of e^(x ln 2): good to 3e-13 of it for |x| up to 1/2.
 inline constexpr double exponentialCoefficients[] {
-    1.3691488853904128e-12, 2.5678435993488206e-11,
-    4.4455382718708116e-10, 7.054911620801123e-09,
-    1.01780860092397e-07,   1.321548679014431e-06,
-    1.5252733804059841e-05, 0.0001540353039338161,
-    0.0013333558146428443,  0.009618129107628477,
-    0.05550410866482158,    0.24022650695910072,
-    0.6931471805599453,     1.0,
+    1.0,
+    0.6931471805599453,
+    0.24022650695910072,
+    0.05550410866482158,
+    0.009618129107628477,
+    0.0013333558146428443,
+    0.0001540353039338161,
+    1.5252733804059841e-05,
+    1.321548679014431e-06,
+    1.01780860092397e-07,
+    7.054911620801123e-09,
 };
+inline constexpr double exponentialError = 1.0 / (1ull << 41);
 
 inline void frequency (const float* exponents, float* hz, size_t count)
 {
@@ -186,14 +193,14 @@ inline void frequency (const float* exponents, float* hz, size_t count)
             reinterpret_cast<Double4> (reinterpret_cast<Long4> (fraction) + (reinterpret_cast<Long4> (shifted) << 52));
 
         storeVector (hz + i,
-                     roundExactly (power * lowest, power * (lowest * polynomialError),
+                     roundExactly (power * lowest, power * (lowest * exponentialError),
                                    [&] (int lane) { return static_cast<float> (std::pow (2.0, e[lane]) * lowest); }));
     }
 }
 
-// tan x / x in x^2 by Taylor's series: below 1e-18 for |x| up to 0.115.
+// (tan x / x - 1) / x^2 in x^2 by Taylor's series: below 1e-18 for |x| up to 0.115.
 inline constexpr double tangentCoefficients[] {
-    929569.0 / 638512875.0, 21844.0 / 6081075.0, 1382.0 / 155925.0, 62.0 / 2835.0, 17.0 / 315.0, 2.0 / 15.0, 1.0 / 3.0,
+    1.0 / 3.0, 2.0 / 15.0, 17.0 / 315.0, 62.0 / 2835.0, 1382.0 / 155925.0, 21844.0 / 6081075.0, 929569.0 / 638512875.0,
 };
 
 inline void warp (const float* hz, double scale, double gain, double* warped, size_t count)
@@ -202,8 +209,25 @@ inline void warp (const float* hz, double scale, double gain, double* warped, si
     {
         const auto x = __builtin_convertvector(loadVector<Float4> (hz + i), Double4) * scale;
         const auto x2 = x * x;
-        storeVector (warped + i, (polynomial (tangentCoefficients, x2) * (x2 * x) + x) * gain);
+        storeVector (warped + i, multiplyAdd (polynomial (tangentCoefficients, x2), x2 * x, x) * gain);
     }
+}
+
+inline void lag (double* lagged, double coefficient, float* first, float* second, size_t numSamples)
+{
+    auto state = loadVector<Double4> (lagged);
+
+    for (size_t i = 0; i < 2 * numSamples; i += 2)
+    {
+        const auto a = loadVector<Float2> (first + i), b = loadVector<Float2> (second + i);
+        const auto waves = __builtin_convertvector(__builtin_shufflevector (a, b, 0, 1, 2, 3), Double4);
+        state -= (state - waves) * coefficient;
+        const auto unipolar = (__builtin_convertvector(state, Float4) + 1.0f) * 0.5f;
+        storeVector (first + i, __builtin_shufflevector (unipolar, unipolar, 0, 1));
+        storeVector (second + i, __builtin_shufflevector (unipolar, unipolar, 2, 3));
+    }
+
+    storeVector (lagged, state);
 }
 
 } // namespace
