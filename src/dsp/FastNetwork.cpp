@@ -3,22 +3,9 @@
 #include "dsp/FastNetwork.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace quilvane
 {
-
-namespace
-{
-
-/** In one go, as the kernels load them: a load of what two stores have written waits for both to be done. */
-void storePair (double* place, double a, double b)
-{
-    const double pair[] { a, b };
-    std::memcpy (place, pair, sizeof (pair));
-}
-
-} // namespace
 
 template <typename Network, size_t NumSides, typename Function>
 void FastNetwork::forEachState (Network* const (&sides)[NumSides], Kernels::Network& kernel,
@@ -101,7 +88,7 @@ void FastNetwork::run (const Kernels& kernels, Network* const (&sides)[NumSides]
     kernel.smoothingCoefficient = first.smoothingCoefficient;
 
     if constexpr (NumSides == 2)
-        forEachState (sides, kernel, [] (double a, double b, double* place) { storePair (place, a, b); });
+        forEachState (sides, kernel, [] (double a, double b, double* place) { Kernels::storePair (place, a, b); });
     else
         forEachState (sides, kernel, [] (double value, double* place) { *place = value; });
 

@@ -38,8 +38,7 @@ void FastOscillators::readWaveforms (const Kernels& kernels, const Pair& pair, c
     {
         for (size_t i = 0; i < numSamples; ++i)
         {
-            phases[2 * i] = leftPhase;
-            phases[2 * i + 1] = rightPhase + rightOffsets[i];
+            Kernels::storePair (&phases[2 * i], leftPhase, rightPhase + rightOffsets[i]);
             leftPhase += leftIncrement;
             rightPhase += rightIncrement;
         }
@@ -47,15 +46,17 @@ void FastOscillators::readWaveforms (const Kernels& kernels, const Pair& pair, c
 
     for (size_t i = staysInTurn ? numSamples : 0; i < numSamples; ++i)
     {
-        phases[2 * i] = QuilvaneLFO::readPhaseAndWrap (leftPhase, 0.0);
-        phases[2 * i + 1] = QuilvaneLFO::readPhaseAndWrap (rightPhase, rightOffsets[i]);
+        const auto left = QuilvaneLFO::readPhaseAndWrap (leftPhase, 0.0);
+        Kernels::storePair (&phases[2 * i], left, QuilvaneLFO::readPhaseAndWrap (rightPhase, rightOffsets[i]));
         leftPhase += leftIncrement;
         rightPhase += rightIncrement;
     }
 
     pair[0]->phase = leftPhase;
     pair[1]->phase = rightPhase;
-    std::fill (phases.begin() + count, phases.begin() + paddedCount, 0.0);
+
+    if (count < paddedCount)
+        Kernels::storePair (&phases[count], 0.0, 0.0);
 
     const auto read = [&] (auto&& shape)
     { std::transform (phases.begin(), phases.begin() + count, waves.begin(), shape); };

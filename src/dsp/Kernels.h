@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
 
 namespace quilvane
 {
@@ -11,7 +12,8 @@ namespace quilvane
     whatever else the program is built for) and once more for AVX2 with fused multiply-add; the choice is made when
     they are first asked for.
 
-    Arrays of two sides are interleaved: left, right, left, right. Nothing here allocates, waits, or keeps anything.
+    Arrays of two sides are interleaved: left, right, left, right; storePair() is the way to write them. Nothing here
+    allocates, waits, or keeps anything.
 */
 struct Kernels
 {
@@ -21,6 +23,15 @@ struct Kernels
     static constexpr int maximumSides = 2;
     static constexpr int maximumOversamplingStages = 4;
     static constexpr int maximumSections = 8;
+
+    /** Writes the values of both sides in one go: the kernels load pairs, and a load of what two stores have written waits
+        for both to be done. */
+    template <typename Value>
+    static void storePair (Value* place, Value left, Value right) noexcept
+    {
+        const Value pair[] { left, right };
+        std::memcpy (place, pair, sizeof (pair));
+    }
 
     /** What a network runs on: its state, both sides interleaved, as FastNetwork gathers it from the sides; and what
         stands still during the call. Of one side alone, each array has one value for a pair. */
@@ -62,8 +73,9 @@ struct Kernels
     /** The hyper triangle over phases from 0 to 2 pi, rounded at each step as with the library's power. */
     void (*hyperTriangle) (const double* phases, float* waves, size_t count);
 
-    /** 13.75 * 2^exponent, rounded to float as with the library's power. */
-    void (*frequency) (const float* exponents, float* hz, size_t count);
+    /** 13.75 * 2^exponent, rounded to float as with the library's power;
+        at most highest. */
+    void (*frequency) (const float* exponents, float highest, float* hz, size_t count);
 
     /** The lags of two pairs of oscillators, in place.
         @param lagged the four states: of the first pair, and of the second

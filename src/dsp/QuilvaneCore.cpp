@@ -54,15 +54,6 @@ float octavesOf (float note)
     return (note - 9.0f) * 0.083333336f;
 }
 
-/** What the sections can be tuned to. */
-float limitFrequency (float hz)
-{
-    if (hz < 0.0f)
-        return 0.0f;
-
-    return hz > QuilvaneOTA::maximumFrequency ? QuilvaneOTA::maximumFrequency : hz;
-}
-
 } // namespace
 
 //==============================================================================
@@ -285,21 +276,28 @@ void QuilvaneCore::processSides (const std::array<Side*, NumSides>& sides, size_
     for (size_t i = 0; i < size; ++i)
     {
         const auto from = i + static_cast<size_t> (start);
-
-        for (size_t side = 0; side < NumSides; ++side)
+        const auto octaves = [&] (size_t side)
         {
-            const auto pair = 2 * from + firstSide + side;
             const auto& moved = controls.modulation;
-            const auto note = controls.lfo1[pair] * moved[depth1][from] + controls.lfo2[pair] * moved[depth2][from]
-                              + moved[centreNote][from];
-            exponents[i * NumSides + side] = octavesOf (note);
-            sound[i * NumSides + side] = static_cast<double> (samples[side][from]);
+            return octavesOf (controls.lfo1[2 * from + side] * moved[depth1][from]
+                              + controls.lfo2[2 * from + side] * moved[depth2][from] + moved[centreNote][from]);
+        };
+        const auto sample = [&] (size_t side) { return static_cast<double> (samples[side][from]); };
+
+        if constexpr (NumSides == 2)
+        {
+            Kernels::storePair (&exponents[2 * i], octaves (0), octaves (1));
+            Kernels::storePair (&sound[2 * i], sample (0), sample (1));
+        }
+        else
+        {
+            exponents[i] = octaves (firstSide);
+            sound[i] = sample (0);
         }
     }
 
     std::fill (exponents.begin() + count, exponents.begin() + paddedCount, 0.0f);
-    kernels.frequency (exponents.data(), hz.data(), paddedCount);
-    std::transform (hz.begin(), hz.begin() + paddedCount, hz.begin(), limitFrequency);
+    kernels.frequency (exponents.data(), QuilvaneOTA::maximumFrequency, hz.data(), paddedCount);
 
     const auto run = [&] (auto Side::*network)
     {

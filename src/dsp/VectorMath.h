@@ -39,6 +39,17 @@ QUILVANE_INLINE Vector loadVector (const void* source)
     return v;
 }
 
+/** Four values that were stored in pairs. */
+QUILVANE_INLINE Double4 loadPairs (const double* source)
+{
+    return __builtin_shufflevector (loadVector<Double2> (source), loadVector<Double2> (source + 2), 0, 1, 2, 3);
+}
+
+QUILVANE_INLINE Float4 loadPairs (const float* source)
+{
+    return __builtin_shufflevector (loadVector<Float2> (source), loadVector<Float2> (source + 2), 0, 1, 2, 3);
+}
+
 template <typename Vector>
 QUILVANE_INLINE void storeVector (void* destination, Vector v)
 {
@@ -129,7 +140,7 @@ inline void sine (const double* phases, float* waves, size_t count)
 
     for (size_t i = 0; i < count; i += 4)
     {
-        const auto x = loadVector<Double4> (phases + i) - quarterPi;
+        const auto x = loadPairs (phases + i) - quarterPi;
         const auto shifted = multiplyAdd (x, Double4 {} + oneOverPi, Double4 {} + roundingOffset);
         const auto turns = shifted - roundingOffset;
         const auto y = multiplyAdd (turns, Double4 {} - piRest, multiplyAdd (turns, Double4 {} - pi, x));
@@ -151,7 +162,7 @@ inline void hyperTriangle (const double* phases, float* waves, size_t count)
 
     for (size_t i = 0; i < count; i += 4)
     {
-        const auto phase = loadVector<Double4> (phases + i);
+        const auto phase = loadPairs (phases + i);
         const auto triangle = phase < pi ? phase * twoOverPi - 1.0 : (threeHalvesPi - phase) * twoOverPi;
         const auto base = 0.5f - __builtin_convertvector(triangle, Float4) * 0.5f;
         const auto u = __builtin_convertvector(base, Double4);
@@ -178,13 +189,13 @@ inline constexpr double exponentialCoefficients[] {
 };
 inline constexpr double exponentialError = 1.0 / (1ull << 41);
 
-inline void frequency (const float* exponents, float* hz, size_t count)
+inline void frequency (const float* exponents, float highest, float* hz, size_t count)
 {
     constexpr double lowest = 13.75, limit = 1000.0;
 
     for (size_t i = 0; i < count; i += 4)
     {
-        const auto e = __builtin_convertvector(loadVector<Float4> (exponents + i), Double4);
+        const auto e = __builtin_convertvector(loadPairs (exponents + i), Double4);
         const auto limited = e > limit ? Double4 {} + limit : e < -limit ? Double4 {} - limit : e;
         const auto shifted = limited + roundingOffset;
         const auto whole = shifted - roundingOffset;
@@ -192,9 +203,9 @@ inline void frequency (const float* exponents, float* hz, size_t count)
         const auto power =
             reinterpret_cast<Double4> (reinterpret_cast<Long4> (fraction) + (reinterpret_cast<Long4> (shifted) << 52));
 
-        storeVector (hz + i,
-                     roundExactly (power * lowest, power * (lowest * exponentialError),
-                                   [&] (int lane) { return static_cast<float> (std::pow (2.0, e[lane]) * lowest); }));
+        const auto exact = [&] (int lane) { return static_cast<float> (std::pow (2.0, e[lane]) * lowest); };
+        const auto result = roundExactly (power * lowest, power * (lowest * exponentialError), exact);
+        storeVector (hz + i, result > highest ? Float4 {} + highest : result);
     }
 }
 
@@ -215,7 +226,7 @@ inline void warp (const float* hz, double scale, double gain, double* warped, si
 
 inline void lag (double* lagged, double coefficient, float* first, float* second, size_t numSamples)
 {
-    auto state = loadVector<Double4> (lagged);
+    Double4 state { lagged[0], lagged[1], lagged[2], lagged[3] };
 
     for (size_t i = 0; i < 2 * numSamples; i += 2)
     {
