@@ -57,7 +57,7 @@ double cpuMs (clockid_t clock)
 
 void print (const char* label, double value)
 {
-    std::printf ("  %-44s %12.2f\n", label, value);
+    std::printf ("  %-50s %12.2f\n", label, value);
 }
 
 //==============================================================================
@@ -127,23 +127,32 @@ void printMemory (const juce::String& skin)
            static_cast<double> (after.uordblks + after.hblkhd - before.uordblks - before.hblkhd) / (1024.0 * 1024.0));
 }
 
-/** The share of one core that this program takes, without the sound itself.
-    @param plugin null for the program alone */
-double measureLoad (ShownPlugin* plugin, bool isPlaying)
+/** The share of one core that the messages take which come by themselves, and all threads but this one.
+    @param player where not null, plays sound, whose own time isn't counted */
+double measureLoad (PluginAudioProcessor* player)
 {
     juce::Random random (1);
     juce::AudioBuffer<float> buffer (2, blockSize);
     juce::MidiBuffer midi;
-    double soundMs = 0.0;
+    double messagesMs = 0.0;
 
     const auto start = juce::Time::getMillisecondCounterHiRes();
-    const auto startCpu = cpuMs (CLOCK_PROCESS_CPUTIME_ID);
+    const auto otherThreadsMs = [] { return cpuMs (CLOCK_PROCESS_CPUTIME_ID) - cpuMs (CLOCK_THREAD_CPUTIME_ID); };
+    const auto othersAtStart = otherThreadsMs();
 
     for (double next = start; next - start < watchedMs; next += blockMs)
     {
-        runMessageLoopUntil ([&] { return juce::Time::getMillisecondCounterHiRes() >= next; }, watchedMs);
+        while (juce::Time::getMillisecondCounterHiRes() < next)
+        {
+            const auto before = cpuMs (CLOCK_THREAD_CPUTIME_ID);
 
-        if (! isPlaying)
+            if (juce::dispatchNextMessageOnSystemQueue (true))
+                messagesMs += cpuMs (CLOCK_THREAD_CPUTIME_ID) - before;
+            else
+                juce::Thread::sleep (1);
+        }
+
+        if (player == nullptr)
             continue;
 
         // Louder and softer, so that the meters move.
@@ -153,31 +162,40 @@ double measureLoad (ShownPlugin* plugin, bool isPlaying)
             for (int i = 0; i < blockSize; ++i)
                 buffer.setSample (channel, i, gain * (2.0f * random.nextFloat() - 1.0f));
 
-        const auto before = cpuMs (CLOCK_THREAD_CPUTIME_ID);
-        plugin->getProcessor().processBlock (buffer, midi);
-        soundMs += cpuMs (CLOCK_THREAD_CPUTIME_ID) - before;
+        player->processBlock (buffer, midi);
     }
 
-    return 100.0 * (cpuMs (CLOCK_PROCESS_CPUTIME_ID) - startCpu - soundMs)
-           / (juce::Time::getMillisecondCounterHiRes() - start);
+    return 100.0 * (messagesMs + otherThreadsMs() - othersAtStart) / (juce::Time::getMillisecondCounterHiRes() - start);
 }
 
 void printLoads (const juce::String& skin)
 {
-    const auto program = measureLoad (nullptr, false);
     ShownPlugin plugin (getData(), skin);
     plugin.getProcessor().releaseResources();
     plugin.open();
     plugin.getWindow().addToDesktop (juce::ComponentPeer::windowHasTitleBar);
     plugin.getWindow().setVisible (true);
     runMessageLoopFor (500);
+    print ((skin + ", open at rest, % of a core").toRawUTF8(), measureLoad (nullptr));
 
-    const auto idle = measureLoad (&plugin, false) - program;
     plugin.getProcessor().prepareToPlay (48000.0, blockSize);
-    const auto playing = measureLoad (&plugin, true) - program;
+    print ((skin + ", meters and lights moving, % of a core").toRawUTF8(), measureLoad (&plugin.getProcessor()));
+}
 
-    print ((skin + ", open at rest, % of a core").toRawUTF8(), idle);
-    print ((skin + ", meters and lights moving, % of a core").toRawUTF8(), playing);
+/** Instances that do nothing, and no window. */
+void printInstancesAtRest()
+{
+    constexpr int numInstances = 40;
+    std::vector<std::unique_ptr<ShownPlugin>> plugins;
+
+    for (int i = 0; i < numInstances; ++i)
+    {
+        plugins.push_back (std::make_unique<ShownPlugin> (getData(), "Big"));
+        runMessageLoopFor (7); // so that they aren't in step by chance
+    }
+
+    print ((juce::String (numInstances) + " instances at rest without windows, % of a core").toRawUTF8(),
+           measureLoad (nullptr));
 }
 
 } // namespace
@@ -194,6 +212,8 @@ void printEditorFigures()
 
     for (const auto* skin : { "Big", "Small" })
         printMemory (skin);
+
+    printInstancesAtRest();
 
     if (juce::SystemStats::getEnvironmentVariable ("DISPLAY", {}).isEmpty())
     {

@@ -14,7 +14,6 @@ namespace quilvane
 namespace
 {
 
-constexpr int tickMs = 25;
 constexpr int activityMs = 175;
 constexpr int tooltipDelayMs = 850;
 constexpr int valuePriority = 6, valueTimeoutMs = 3000;
@@ -62,7 +61,7 @@ BasePluginEditor::BasePluginEditor (BasePlugin& owner, bool loadsSkinFiles) :
 
 BasePluginEditor::~BasePluginEditor()
 {
-    stopTimer();
+    ticker->remove (*this);
     cancelPendingUpdate();
     plugin.getParameters().removeFromAll (this);
     closeWindows();
@@ -95,7 +94,7 @@ void BasePluginEditor::start()
                                    0, stays);
     }
 
-    startTimer (tickMs);
+    ticker->add (*this);
 }
 
 juce::String BasePluginEditor::makeBuildText() const
@@ -246,7 +245,7 @@ void BasePluginEditor::hideFloatingComponent (juce::Component& component, const 
 }
 
 //==============================================================================
-void BasePluginEditor::timerCallback()
+void BasePluginEditor::tick()
 {
     timerTick (isShowing());
 }

@@ -9,6 +9,7 @@
 #include "core/PluginEditor.h"
 #include "editor/EditorWindows.h"
 #include "editor/StatusBar.h"
+#include "parameters/Ticker.h"
 #include "skin/GFXPanel.h"
 #include "skin/SkinFile.h"
 #include "widgets/DefaultLookAndFeel.h"
@@ -23,7 +24,7 @@ class GFXAnimation;
 /** The top of every product's user interface: it holds the skin's panel and the status bar, loads and switches the
     skin, and turns what controls report into operations of the plug-in.
 
-    It lives as long as the plug-in. The skin is read when the host first opens a window; the timer runs all the
+    It lives as long as the plug-in. The skin is read when the host first opens a window; the ticks come all the
     time. Controls that it looks for by name may be missing from a skin: each use of one is guarded.
 */
 class BasePluginEditor : public PluginEditor,
@@ -34,7 +35,7 @@ class BasePluginEditor : public PluginEditor,
                          protected GUIController::Listener,
                          protected Parameter::Listener,
                          private juce::AsyncUpdater,
-                         private juce::Timer
+                         private Ticker::Listener
 {
 public:
     /** @param usesSkinFiles whether skins lie in the product's folder; else the embedded one is loaded at once */
@@ -157,7 +158,7 @@ private:
     void browserMessage (const juce::String&) override;
 
     void handleAsyncUpdate() override;
-    void timerCallback() override;
+    void tick() override;
 
     BasePlugin& plugin;
     const bool usesSkinFiles;
@@ -171,6 +172,7 @@ private:
         DefaultLookAndFeel look;
     };
 
+    juce::SharedResourcePointer<Ticker> ticker;
     juce::SharedResourcePointer<SharedLook> sharedLook;
     StatusBar statusBar;
     std::unique_ptr<juce::TooltipWindow> tooltipWindow; // while a window is open; it watches the mouse

@@ -9,12 +9,12 @@ UpdateRelay::UpdateRelay (std::function<void()> pollFunction) : poll (std::move 
 
 UpdateRelay::~UpdateRelay()
 {
-    stopTimer();
+    ticker->remove (*this);
 }
 
 void UpdateRelay::start()
 {
-    startTimer (intervalMs);
+    ticker->add (*this);
 }
 
 bool UpdateRelay::isMessageThread() const noexcept
@@ -22,7 +22,7 @@ bool UpdateRelay::isMessageThread() const noexcept
     return messageThread.load (std::memory_order_relaxed) == juce::Thread::getCurrentThreadId();
 }
 
-void UpdateRelay::timerCallback()
+void UpdateRelay::tick()
 {
     messageThread.store (juce::Thread::getCurrentThreadId(), std::memory_order_relaxed);
 
