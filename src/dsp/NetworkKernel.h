@@ -64,7 +64,6 @@ struct Lanes<2>
     using W = Double4;
 
     static QUILVANE_INLINE V fill (double x) { return V { x, x }; }
-    static QUILVANE_INLINE W join (double lower, double upper) { return W { lower, lower, upper, upper }; }
     static QUILVANE_INLINE W join (V lower, V upper) { return __builtin_shufflevector (lower, upper, 0, 1, 2, 3); }
     static QUILVANE_INLINE V lower (W w) { return __builtin_shufflevector (w, w, 0, 1); }
     static QUILVANE_INLINE V upper (W w) { return __builtin_shufflevector (w, w, 2, 3); }
@@ -78,7 +77,6 @@ struct Lanes<1>
     using W = Double2;
 
     static QUILVANE_INLINE V fill (double x) { return V { x, x }; }
-    static QUILVANE_INLINE W join (double lower, double upper) { return W { lower, upper }; }
     static QUILVANE_INLINE W join (V lower, V upper) { return __builtin_shufflevector (lower, upper, 0, 2); }
     static QUILVANE_INLINE V lower (W w) { return w; }
     static QUILVANE_INLINE V upper (W w) { return __builtin_shufflevector (w, w, 1, 1); }
@@ -476,7 +474,7 @@ private:
         for (int i = 0; i < factor; ++i)
         {
             const auto w = multiplyAdd (through, u, minusLoopAmount * loopSum);
-            loopSum = multiplyAdd (loop, u, loopKept * loopSum - loop1);
+            loopSum = multiplyAdd (loop, u, multiplyAdd (loopKept, loopSum, -loop1));
             loop1 = multiplyAdd (loopFirst, u, loopKept * loop1);
 
             const auto lower = L::lower (p[M - 1]), upper = L::upper (p[M - 1]);

@@ -320,21 +320,14 @@ void QuilvaneCore::processSides (const std::array<Side*, NumSides>& sides, size_
 
 void QuilvaneCore::runMeters (const float* outputLeft, const float* outputRight, int numSamples) noexcept
 {
-    // Both at once: each step waits for the last one of its side. That a level isn't below what is held is rare.
+    // Both at once: each step waits for the last one of its side.
     auto holdLeft = left.meterHold, holdRight = right.meterHold;
     const auto decay = rateConstants.meterDecayF;
-    const auto step = [decay] (float& hold, float level)
-    {
-        if (level > hold) [[unlikely]]
-            hold = level;
-
-        hold *= decay;
-    };
 
     for (int i = 0; i < numSamples; ++i)
     {
-        step (holdLeft, getMeterLevel (outputLeft[i]));
-        step (holdRight, getMeterLevel (outputRight[i]));
+        holdLeft = std::max (holdLeft, getMeterLevel (outputLeft[i])) * decay;
+        holdRight = std::max (holdRight, getMeterLevel (outputRight[i])) * decay;
     }
 
     left.meterHold = holdLeft;

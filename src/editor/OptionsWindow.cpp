@@ -53,8 +53,8 @@ public:
 
     void paintButton (juce::Graphics& g, bool isOver, bool) override
     {
-        if (const auto* look = dynamic_cast<LookAndFeel*> (&getLookAndFeel()))
-            look->drawHeading (g, *this, isOver);
+        if (const auto* own = dynamic_cast<LookAndFeel*> (&getLookAndFeel()))
+            own->drawHeading (g, *this, isOver);
     }
 };
 
