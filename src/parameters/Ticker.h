@@ -21,12 +21,10 @@ public:
     class Listener
     {
     public:
+        virtual ~Listener() = default;
+
         /** Message thread. Any listener may be added or removed from within. */
         virtual void tick() = 0;
-
-    protected:
-        Listener() = default;
-        ~Listener() = default;
     };
 
     Ticker() = default;

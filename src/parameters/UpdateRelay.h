@@ -26,7 +26,7 @@ class UpdateRelay final : private Ticker::Listener
 public:
     /** @param poll called on the message thread when a poll was requested since the last call */
     explicit UpdateRelay (std::function<void()> poll);
-    ~UpdateRelay();
+    ~UpdateRelay() override;
 
     /** From here on requests are served. Needs a juce::MessageManager. */
     void start();
