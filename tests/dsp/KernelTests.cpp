@@ -205,6 +205,16 @@ TEST_P (FastForms, TheFunctionsRoundAsTheLibraryDoes)
             exponents[i] = static_cast<float> (uniform (-30.0, 30.0));
         }
 
+        // Where the series are worst: sines halfway between two floats near the top, and exponents halfway between
+        // whole numbers.
+        for (size_t i = 8; i < size; i += 2)
+        {
+            const auto top = static_cast<float> (uniform (0.95, 1.0));
+            const auto halfway = 0.5 * (static_cast<double> (top) + static_cast<double> (std::nextafter (top, 0.0f)));
+            phases[i] = shapes::quarterPi + std::asin (halfway);
+            exponents[i] = static_cast<float> (0.5 + upTo (1) + uniform (-0.03, 0.03));
+        }
+
         // Where the sine is near nothing, and what is no number or far away.
         phases[0] = shapes::quarterPi + uniform (-1.0e-9, 1.0e-9);
         phases[1] = shapes::quarterPi + shapes::pi + uniform (-1.0e-9, 1.0e-9);
