@@ -189,10 +189,7 @@ void printInstancesAtRest()
     std::vector<std::unique_ptr<ShownPlugin>> plugins;
 
     for (int i = 0; i < numInstances; ++i)
-    {
         plugins.push_back (std::make_unique<ShownPlugin> (getData(), "Big"));
-        runMessageLoopFor (7); // so that they aren't in step by chance
-    }
 
     print ((juce::String (numInstances) + " instances at rest without windows, % of a core").toRawUTF8(),
            measureLoad (nullptr));

@@ -75,7 +75,11 @@ void FastNetwork::run (const Kernels& kernels, Network* const (&sides)[NumSides]
     if (static_cast<double> (QuilvaneOTA::maximumFrequency) * scale <= Kernels::warpLimit)
         kernels.warp (hz, scale, first.allpass.twoOverPeriod * first.allpass.halfPeriod, warped, (count + 3) / 4 * 4);
     else
-        std::transform (hz, hz + count, warped, [&] (float f) { return first.allpass.warp (static_cast<double> (f)); });
+    {
+        auto* const end = std::transform (hz, hz + count, warped,
+                                          [&] (float f) { return first.allpass.warp (static_cast<double> (f)); });
+        std::fill_n (end, (4 - count % 4) % 4, 0.0);
+    }
 
     Kernels::Network kernel; // NOLINT(cppcoreguidelines-pro-type-member-init): filled as far as it's read
     kernel.inputHighPassGain = first.inputHighPass.coefficient;

@@ -14,7 +14,7 @@ namespace quilvane
         network.smooth();
         sample = network.processBaseRate (sample);
 
-    for each sample, to within the rounding of double (some 1e-14 of full scale). The networks keep their states
+    for each sample, to within the rounding of double (some 1e-13 of full scale, and 1e-12 at the highest rates). The networks keep their states
     between the calls, so that either form can go on from where the other stopped.
 */
 class FastNetwork

@@ -10,7 +10,7 @@ namespace quilvane
 namespace
 {
 
-// Radians per sample, up to which no phase leaves the range of the kernels.
+// Radians per sample, up to which a phase within a turn stays in the range of the kernels.
 constexpr double fastestIncrement = 1.0;
 
 // What rounding can add to an angle, and more.
@@ -26,6 +26,9 @@ void FastOscillators::readWaveforms (const Kernels& kernels, const Pair& pair, c
 
     auto leftPhase = pair[0]->phase, rightPhase = pair[1]->phase;
     const auto leftIncrement = pair[0]->increment, rightIncrement = pair[1]->increment;
+
+    const auto isSlow = leftIncrement >= 0.0 && leftIncrement <= fastestIncrement && leftPhase <= shapes::twoPi
+                        && rightPhase <= shapes::twoPi;
 
     // Mostly no turn ends in these samples, and what is read is a sum.
     const auto [lowestOffset, highestOffset] = std::minmax (rightOffsets[0], rightOffsets[numSamples - 1]);
@@ -60,7 +63,6 @@ void FastOscillators::readWaveforms (const Kernels& kernels, const Pair& pair, c
 
     const auto read = [&] (auto&& shape)
     { std::transform (phases.begin(), phases.begin() + count, waves.begin(), shape); };
-    const auto isSlow = leftIncrement >= 0.0 && leftIncrement <= fastestIncrement;
 
     switch (pair[0]->waveform)
     {

@@ -73,8 +73,7 @@ struct Kernels
     /** The hyper triangle over phases from 0 to 2 pi, rounded at each step as with the library's power. */
     void (*hyperTriangle) (const double* phases, float* waves, size_t count);
 
-    /** 13.75 * 2^exponent, rounded to float as with the library's power;
-        at most highest. */
+    /** 13.75 * 2^exponent, at most highest, rounded to float as with the library's power. NaN stays NaN. */
     void (*frequency) (const float* exponents, float highest, float* hz, size_t count);
 
     /** The lags of two pairs of oscillators, in place.

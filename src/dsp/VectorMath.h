@@ -168,7 +168,7 @@ inline void hyperTriangle (const double* phases, float* waves, size_t count)
         const auto u = __builtin_convertvector(base, Double4);
         const Double4 root { std::sqrt (u[0]), std::sqrt (u[1]), std::sqrt (u[2]), std::sqrt (u[3]) };
         const auto power = u * root;
-        const auto exact = [&] (int lane) { return std::pow (base[lane], 1.5f); };
+        const auto exact = [&] (int lane) { return powf (base[lane], 1.5f); }; // std::pow would be compiled here
         storeVector (waves + i, 1.0f - 2.0f * roundExactly (power, power * floatPowerError, exact));
     }
 }

@@ -96,7 +96,7 @@ private:
     std::unordered_map<juce::String, Parameter*> byName;
     std::unordered_map<int, float> defaultNormalised;
 
-    // Last, so that its timer stops before the parameters go.
+    // Last, so that its ticks end before the parameters go.
     UpdateRelay relay;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (ParameterManager)

@@ -2,15 +2,26 @@
 
 #include "parameters/Ticker.h"
 
+#include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace quilvane
 {
 
+Ticker::~Ticker()
+{
+    jassert (listeners.isEmpty());
+    stopTimer();
+}
+
 void Ticker::add (Listener& listener)
 {
     const juce::ScopedLock scope (lock);
-    listeners.addIfNotAlreadyThere (&listener);
+    const auto isThis = [&] (const Entry& entry) { return entry.listener == &listener; };
+
+    if (std::none_of (listeners.begin(), listeners.end(), isThis))
+        listeners.add ({ &listener, true });
 
     if (! isTimerRunning())
         startTimer (intervalMs);
@@ -19,22 +30,29 @@ void Ticker::add (Listener& listener)
 void Ticker::remove (Listener& listener)
 {
     const juce::ScopedLock scope (lock);
-    listeners.removeFirstMatchingValue (&listener);
+    listeners.removeIf ([&] (const Entry& entry) { return entry.listener == &listener; });
 
     if (listeners.isEmpty())
         stopTimer();
 }
 
+/** The next one to be called from a place down, to which the place is moved; null if there is none. */
+Ticker::Listener* Ticker::getFrom (int& place)
+{
+    const juce::ScopedLock scope (lock);
+
+    for (place = juce::jmin (place, listeners.size() - 1); place >= 0; --place)
+        if (auto& entry = listeners.getReference (place); ! std::exchange (entry.isNew, false))
+            return entry.listener;
+
+    return nullptr;
+}
+
 void Ticker::timerCallback()
 {
-    const auto getFrom = [this] (int& place) -> Listener*
-    {
-        const juce::ScopedLock scope (lock);
-        place = juce::jmin (place, listeners.size() - 1);
-        return place >= 0 ? listeners.getUnchecked (place) : nullptr;
-    };
+    const juce::SharedResourcePointer<Ticker> keptAlive;
 
-    // From the last to the first, so that what is removed meanwhile moves none that is still to come.
+    // From the last to the first, so that a removal leaves none out that stays.
     for (int place = std::numeric_limits<int>::max(); auto* listener = getFrom (place); --place)
         listener->tick();
 }

@@ -7,11 +7,12 @@
 namespace quilvane
 {
 
-/** One timer for all instances of the process. Each timer of their own would wake its thread and the message thread at
-    times of its own: 80 times a second for each instance.
+/** One timer for all instances. Each timer of their own would wake its thread and the message thread at times of its own:
+    80 times a second for each instance.
 
-    Held by juce::SharedResourcePointer. Listeners are added and removed like a juce::Timer is started and stopped: from
-    any thread, and to be safe against a tick under way, from the message thread.
+    Held by juce::SharedResourcePointer and nothing else. Listeners are added and removed like a juce::Timer is started
+    and stopped: from any thread, and to be safe against a tick under way, from the message thread. The first tick comes
+    one to two intervals after add().
 */
 class Ticker final : private juce::Timer
 {
@@ -23,13 +24,14 @@ public:
     public:
         virtual ~Listener() = default;
 
-        /** Message thread. Any listener may be added or removed from within. */
+        /** Message thread. Any listener may be added or removed from within, and the last holder may go. Where another
+            one is removed, this one may be called again in the same tick. */
         virtual void tick() = 0;
     };
 
     Ticker() = default;
 
-    ~Ticker() override { stopTimer(); }
+    ~Ticker() override;
 
     /** Needs a juce::MessageManager. A listener that is there already stays where it is. */
     void add (Listener&);
@@ -38,10 +40,17 @@ public:
     void remove (Listener&);
 
 private:
+    struct Entry
+    {
+        Listener* listener;
+        bool isNew; // and waits for the next tick
+    };
+
     void timerCallback() override;
+    Listener* getFrom (int& place);
 
     juce::CriticalSection lock; // of the list
-    juce::Array<Listener*> listeners;
+    juce::Array<Entry> listeners;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (Ticker)
 };

@@ -3,6 +3,7 @@
 #include "parameters/Ticker.h"
 
 #include <functional>
+#include <memory>
 
 #include <gtest/gtest.h>
 
@@ -34,7 +35,7 @@ TEST (Ticker, ListenersComeAndGoDuringTicks)
     juce::SharedResourcePointer<Ticker> ticker;
     Counter first, second, third, added;
 
-    // Each tick starts with the third one.
+    // Each walk starts with the third one.
     third.onTick = [&]
     {
         ticker->remove (third);
@@ -59,4 +60,20 @@ TEST (Ticker, ListenersComeAndGoDuringTicks)
     ticker->add (first);
     EXPECT_TRUE (runMessageLoopUntil ([&] { return first.ticks > 0; }));
     ticker->remove (first);
+}
+
+TEST (Ticker, TheLastHolderMayGoInATick)
+{
+    auto ticker = std::make_unique<juce::SharedResourcePointer<Ticker>>();
+    Counter counter;
+    counter.onTick = [&]
+    {
+        (*ticker)->remove (counter);
+        ticker.reset();
+    };
+
+    (*ticker)->add (counter);
+    EXPECT_TRUE (runMessageLoopUntil ([&] { return counter.ticks > 0; }));
+    runMessageLoopFor (2 * Ticker::intervalMs);
+    EXPECT_EQ (counter.ticks, 1);
 }
