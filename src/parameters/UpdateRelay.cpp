@@ -14,6 +14,10 @@ UpdateRelay::~UpdateRelay()
 
 void UpdateRelay::start()
 {
+    // Else it would be known from the first tick on.
+    if (juce::MessageManager::getInstance()->isThisTheMessageThread())
+        messageThread.store (juce::Thread::getCurrentThreadId(), std::memory_order_relaxed);
+
     ticker->add (*this);
 }
 

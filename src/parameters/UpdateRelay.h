@@ -17,7 +17,7 @@ namespace quilvane
     A posted message wakes the message thread through a pipe and may grow a queue, which the audio
     thread must not do. A thread that isn't the message thread therefore leaves a flag at the thing
     that changed and calls requestPoll(); the ticker, on the message thread, then makes it call the
-    poll function, at most an interval later.
+    poll function, at most an interval later, or two after start().
 
     Owned by the ParameterManager.
 */
