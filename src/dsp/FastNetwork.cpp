@@ -7,48 +7,54 @@
 namespace quilvane
 {
 
-template <typename Network, size_t NumSides, typename Function>
-void FastNetwork::forEachState (Network* const (&sides)[NumSides], Kernels::Network& kernel,
-                                Function&& function) noexcept
+template <typename Network>
+typename FastNetwork<Network>::Pointers FastNetwork<Network>::getHeld() noexcept
 {
+    return { &networks[held.left ? 0 : 1], held.count() == 2 ? &networks[1] : nullptr };
+}
+
+template <typename Network>
+template <typename Function>
+void FastNetwork<Network>::forEachState (Function&& function) noexcept
+{
+    const auto sides = getHeld();
     const auto hand = [&] (auto&& select, double* place)
     {
-        if constexpr (NumSides == 2)
-            function (select (*sides[0]), select (*sides[1]), place);
-        else
-            function (select (*sides[0]), place);
+        for (auto* side : sides)
+            if (side != nullptr)
+                function (select (*side), *place++);
 
-        return place + NumSides;
+        return place;
     };
 
     using States = QuilvaneOTA::States;
     using Smoothed = QuilvaneOTA::Smoothed;
 
-    const auto handState = [&] (double States::*state, double* place)
+    const auto handState = [&] (double States::*value, double* place)
     {
-        return hand ([=] (Network& n) -> double& { return n.states.*state; }, place);
+        return hand ([=] (Network& n) -> double& { return n.states.*value; }, place);
     };
 
     handState (&States::inputLowPass,
-               handState (&States::inputHighPass2, handState (&States::inputHighPass1, kernel.input)));
-    handState (&States::loopHighPass2, handState (&States::loopHighPass1, kernel.loop));
+               handState (&States::inputHighPass2, handState (&States::inputHighPass1, state.input)));
+    handState (&States::loopHighPass2, handState (&States::loopHighPass1, state.loop));
 
-    auto* allpass = kernel.allpass;
+    auto* allpassState = state.allpass;
 
     for (size_t i = 0; i < static_cast<size_t> (sides[0]->getStageCount()); ++i)
-        allpass = hand ([=] (Network& n) -> double& { return n.states.allpass[i]; }, allpass);
+        allpassState = hand ([=] (Network& n) -> double& { return n.states.allpass[i]; }, allpassState);
 
     const auto handSmoothed = [&] (double Smoothed::*value, double* place)
     {
         hand ([=] (Network& n) -> double& { return n.current.*value; }, place);
     };
 
-    handSmoothed (&Smoothed::mix, kernel.mix);
-    handSmoothed (&Smoothed::feedback, kernel.feedback);
-    handSmoothed (&Smoothed::wetMix, kernel.wetMix);
+    handSmoothed (&Smoothed::mix, state.mix);
+    handSmoothed (&Smoothed::feedback, state.feedback);
+    handSmoothed (&Smoothed::wetMix, state.wetMix);
 
-    auto* up = kernel.up;
-    auto* down = kernel.down;
+    auto* up = state.up;
+    auto* down = state.down;
 
     for (size_t i = 0; i < sides[0]->filters.up.size(); ++i)
     {
@@ -62,61 +68,79 @@ void FastNetwork::forEachState (Network* const (&sides)[NumSides], Kernels::Netw
     }
 }
 
-template <typename Network, size_t NumSides>
-void FastNetwork::run (const Kernels& kernels, Network* const (&sides)[NumSides], const float* hz, double* samples,
-                       int numSamples) noexcept
+template <typename Network>
+void FastNetwork<Network>::take (Sides sides) noexcept
 {
-    const auto& first = *sides[0];
-    const auto count = static_cast<size_t> (numSamples) * NumSides;
+    held = sides;
+    const auto& first = *getHeld()[0];
 
-    alignas (32) double warped[2 * maximumSamples];
-    const auto scale = TPTOnePole::twoPi * first.allpass.halfPeriod;
+    state.inputHighPassGain = first.inputHighPass.coefficient;
+    state.inputLowPassGain = first.inputLowPass.coefficient;
+    state.loopHighPassGain = first.loopHighPass.coefficient;
+    state.loopHighPassAmount = first.loopHighPassAmount;
+    state.mixTarget = first.target.mix;
+    state.feedbackTarget = first.target.feedback;
+    state.wetMixTarget = first.target.wetMix;
+    state.smoothingCoefficient = first.smoothingCoefficient;
+    forEachState ([] (double value, double& place) { place = value; });
 
-    if (static_cast<double> (QuilvaneOTA::maximumFrequency) * scale <= Kernels::warpLimit)
-        kernels.warp (hz, scale, first.allpass.twoOverPeriod * first.allpass.halfPeriod, warped, (count + 3) / 4 * 4);
+    const auto stages = first.filters.up.size() - 3;
+    run = kernels.networks[sides.count() - 1][stages][first.getStageCount() / 2 - 1];
+
+    allpass = first.allpass;
+    isWarpFast = static_cast<double> (QuilvaneOTA::maximumFrequency) * TPTOnePole::twoPi * allpass.halfPeriod
+                 <= Kernels::warpLimit;
+}
+
+template <typename Network>
+void FastNetwork<Network>::putBack() noexcept
+{
+    if (held == Sides {})
+        return;
+
+    forEachState ([] (double& value, double place) { value = place; });
+
+    const auto sides = getHeld();
+
+    for (size_t i = 0; i < held.count(); ++i)
+        sides[i]->setTuning (lastHz[i], lastWarped[i]);
+
+    held = {};
+}
+
+template <typename Network>
+void FastNetwork<Network>::process (Sides sides, const float* hz, double* samples, int numSamples) noexcept
+{
+    if (held != sides)
+    {
+        putBack();
+        take (sides);
+    }
+
+    const auto numSides = sides.count(), count = static_cast<size_t> (numSamples) * numSides;
+    alignas (32) std::array<double, size_t { Kernels::maximumSides } * maximumSamples> warped;
+
+    if (isWarpFast)
+        kernels.warp (hz, TPTOnePole::twoPi * allpass.halfPeriod, allpass.twoOverPeriod * allpass.halfPeriod,
+                      warped.data(), (count + 3) / 4 * 4);
     else
     {
-        auto* const end = std::transform (hz, hz + count, warped,
-                                          [&] (float f) { return first.allpass.warp (static_cast<double> (f)); });
+        auto* const end = std::transform (hz, hz + count, warped.begin(),
+                                          [this] (float f) { return allpass.warp (static_cast<double> (f)); });
         std::fill_n (end, (4 - count % 4) % 4, 0.0);
     }
 
-    Kernels::Network kernel; // NOLINT(cppcoreguidelines-pro-type-member-init): filled as far as it's read
-    kernel.inputHighPassGain = first.inputHighPass.coefficient;
-    kernel.inputLowPassGain = first.inputLowPass.coefficient;
-    kernel.loopHighPassGain = first.loopHighPass.coefficient;
-    kernel.loopHighPassAmount = first.loopHighPassAmount;
-    kernel.mixTarget = first.target.mix;
-    kernel.feedbackTarget = first.target.feedback;
-    kernel.wetMixTarget = first.target.wetMix;
-    kernel.smoothingCoefficient = first.smoothingCoefficient;
+    run (state, warped.data(), samples, numSamples);
 
-    if constexpr (NumSides == 2)
-        forEachState (sides, kernel, [] (double a, double b, double* place) { Kernels::storePair (place, a, b); });
-    else
-        forEachState (sides, kernel, [] (double value, double* place) { *place = value; });
-
-    const auto stages = first.filters.up.size() - 3;
-    kernels.networks[NumSides - 1][stages][first.getStageCount() / 2 - 1](kernel, warped, samples, numSamples);
-
-    if constexpr (NumSides == 2)
-        forEachState (sides, kernel, [] (double& a, double& b, const double* place) { a = place[0], b = place[1]; });
-    else
-        forEachState (sides, kernel, [] (double& value, const double* place) { value = *place; });
-
-    for (size_t side = 0; side < NumSides; ++side)
+    for (size_t i = 0; i < numSides; ++i)
     {
-        const auto last = count - NumSides + side;
-        sides[side]->setTuning (static_cast<double> (hz[last]), warped[last]);
+        const auto last = count - numSides + i;
+        lastHz[i] = static_cast<double> (hz[last]);
+        lastWarped[i] = warped[last];
     }
 }
 
-using Normal = QuilvaneOTA_Normal;
-using High = QuilvaneOTA_High;
-
-template void FastNetwork::run (const Kernels&, Normal* const (&)[1], const float*, double*, int) noexcept;
-template void FastNetwork::run (const Kernels&, Normal* const (&)[2], const float*, double*, int) noexcept;
-template void FastNetwork::run (const Kernels&, High* const (&)[1], const float*, double*, int) noexcept;
-template void FastNetwork::run (const Kernels&, High* const (&)[2], const float*, double*, int) noexcept;
+template class FastNetwork<QuilvaneOTA_Normal>;
+template class FastNetwork<QuilvaneOTA_High>;
 
 } // namespace quilvane

@@ -4,53 +4,83 @@
 
 #include "dsp/Kernels.h"
 #include "dsp/QuilvaneOTA.h"
+#include "dsp/Sides.h"
 
 namespace quilvane
 {
 
-/** Runs the networks of both sides, or of one, over some samples at once: the same as
+/** The networks of both sides, and their fast form, which runs one of them or both over some samples at once: the same as
 
         network.setFrequency (hz);
         network.smooth();
         sample = network.processBaseRate (sample);
 
-    for each sample, to within the rounding of double (some 1e-13 of full scale, and 1e-12 at the highest rates). The networks keep their states
-    between the calls, so that either form can go on from where the other stopped.
+    for each sample, to within the rounding of double (some 1e-13 of full scale, and 1e-12 at the highest rates).
+
+    While the same sides are run, their states stay in the form that the kernels take. Whoever asks for a network gets
+    it with its state put back, so that either form can go on from where the other stopped.
 */
+template <typename Network>
 class FastNetwork
 {
 public:
     static constexpr int maximumSamples = Kernels::maximumSamples;
 
-    /** Both sides, which have got the same settings.
-        @param hz the all-passes' frequencies, and
-        @param samples the sound, in place: left and right in turn, with room for an even number of samples
-        @param numSamples of each side, at most maximumSamples */
-    template <typename Network>
-    static void process (const Kernels& kernels, Network& left, Network& right, const float* hz, double* samples,
-                         int numSamples) noexcept
+    /** @param kernelsToUse must live as long as this */
+    explicit FastNetwork (const SampleRateConstants& constants, const Kernels& kernelsToUse = Kernels::get()) :
+        kernels (kernelsToUse),
+        networks { Network (constants), Network (constants) }
     {
-        Network* const sides[] { &left, &right };
-        run (kernels, sides, hz, samples, numSamples);
     }
 
-    /** One side; with room for a multiple of four samples. */
-    template <typename Network>
-    static void process (const Kernels& kernels, Network& side, const float* hz, double* samples,
-                         int numSamples) noexcept
+    /** One side's network, to be read, changed or run before the next call of process(). Both are given the same
+        settings.
+        @param side 0 for left, 1 for right */
+    Network& get (size_t side) noexcept
     {
-        Network* const sides[] { &side };
-        run (kernels, sides, hz, samples, numSamples);
+        putBack();
+        return networks[side];
     }
+
+    /** Hands both networks to a function, which may do the same. */
+    template <typename Function>
+    void forEach (Function&& function)
+    {
+        putBack();
+
+        for (auto& network : networks)
+            function (network);
+    }
+
+    /** Runs one side or both.
+        @param hz the all-passes' frequencies, and
+        @param samples the sound, in place: of these sides, left and right in turn. Both are read up to the next multiple
+            of four values
+        @param numSamples of each side, from 1 to maximumSamples */
+    void process (Sides, const float* hz, double* samples, int numSamples) noexcept;
 
 private:
-    /** Hands each value of the state, of both sides, to function (values of the sides, place in the kernel's). */
-    template <typename Network, size_t NumSides, typename Function>
-    static void forEachState (Network* const (&)[NumSides], Kernels::Network&, Function&&) noexcept;
+    using Pointers = std::array<Network*, Kernels::maximumSides>;
 
-    template <typename Network, size_t NumSides>
-    static void run (const Kernels&, Network* const (&)[NumSides], const float* hz, double* samples,
-                     int numSamples) noexcept;
+    /** The networks of the held sides; the second one is null if it's one. */
+    Pointers getHeld() noexcept;
+
+    void take (Sides) noexcept;
+    void putBack() noexcept;
+
+    /** Hands each value of the held sides' state to a function (value in the network, place in the kernel's state). */
+    template <typename Function>
+    void forEachState (Function&&) noexcept;
+
+    const Kernels& kernels;
+    std::array<Network, Kernels::maximumSides> networks;
+
+    Sides held; // of these sides the state is here
+    Kernels::Network state;
+    Kernels::RunNetwork run = nullptr;
+    TPTOnePole allpass;
+    bool isWarpFast = false;
+    std::array<double, Kernels::maximumSides> lastHz {}, lastWarped {};
 };
 
 } // namespace quilvane

@@ -24,7 +24,7 @@ void FastOscillators::readWaveforms (const Kernels& kernels, const Pair& pair, c
     alignas (32) Pairs<double> phases;
     const auto count = 2 * numSamples, paddedCount = (count + 3) / 4 * 4;
 
-    auto leftPhase = pair[0]->phase, rightPhase = pair[1]->phase;
+    auto leftPhase = pair[0]->state.phase, rightPhase = pair[1]->state.phase;
     const auto leftIncrement = pair[0]->increment, rightIncrement = pair[1]->increment;
 
     const auto isSlow = leftIncrement >= 0.0 && leftIncrement <= fastestIncrement && leftPhase <= shapes::twoPi
@@ -55,8 +55,8 @@ void FastOscillators::readWaveforms (const Kernels& kernels, const Pair& pair, c
         rightPhase += rightIncrement;
     }
 
-    pair[0]->phase = leftPhase;
-    pair[1]->phase = rightPhase;
+    pair[0]->state.phase = leftPhase;
+    pair[1]->state.phase = rightPhase;
 
     if (count < paddedCount)
         Kernels::storePair (&phases[count], 0.0, 0.0);
@@ -104,12 +104,12 @@ void FastOscillators::process (const Kernels& kernels, const Pair& firstPair, co
     const auto coefficient = lfos[0]->lagCoefficient;
 
     for (size_t k = 0; k < lfos.size(); ++k)
-        lagged[k] = lfos[k]->lagged;
+        lagged[k] = lfos[k]->state.lagged;
 
     kernels.lag (lagged.data(), coefficient, first.data(), second.data(), size);
 
     for (size_t k = 0; k < lfos.size(); ++k)
-        lfos[k]->lagged = lagged[k];
+        lfos[k]->state.lagged = lagged[k];
 }
 
 } // namespace quilvane

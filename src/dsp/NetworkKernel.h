@@ -265,7 +265,7 @@ private:
         for (int i = 0; i < numSamples * Sides; i += 4)
         {
             const auto readSmoothed = [at = standStill ? 0 : i] (const double* source)
-            { return loadVector<Double4> (source + at); };
+            { return loadPairs (source + at); };
             const auto write = [i] (double* destination, Double4 v) { storeVector (destination + i, v); };
 
             const auto g = loadVector<Double4> (warped + i);

@@ -6,7 +6,6 @@
 #include <cmath>
 #include <utility>
 
-#include "dsp/FastNetwork.h"
 #include "dsp/QuilvaneParameterIds.h"
 #include "parameters/Parameter.h"
 
@@ -16,25 +15,7 @@ namespace quilvane
 namespace
 {
 
-using Waveform = QuilvaneLFO::Waveform;
-
-// The order of the parameter's names, which is not the oscillator's own.
-constexpr std::array<Waveform, 7> waveforms { Waveform::sine,         Waveform::triangle, Waveform::hyperTriangle,
-                                              Waveform::rampUp,       Waveform::rampDown, Waveform::square,
-                                              Waveform::sampleAndHold };
-constexpr std::array<NoteValue::Scale, 3> noteScales { NoteValue::Scale::triplet, NoteValue::Scale::dotted,
-                                                       NoteValue::Scale::full };
-
-constexpr double pi = 3.141592653589793;
-
-// Where the parameter's index of a note rate starts in the table of note lengths.
-constexpr int firstNoteRate = 1;
-
-constexpr float maximumDepth = 63.0f;        // semitones
-constexpr float centreNoteRange = 93.86314f; // from 50 Hz to 11313.7 Hz
-constexpr float lowestCentreNote = 31.349958f;
 constexpr float maximumFeedback = 0.95f;
-constexpr float maximumGain = 4.0f; // +12 dB
 
 // An input sample above the threshold wakes its side; a side sleeps when its envelope is below it.
 constexpr float wakeThreshold = 1.52587e-5f;
@@ -42,85 +23,46 @@ constexpr double sleepThreshold = 1.5258699932019226e-05;
 constexpr double silenceDecayPerUnit = 0.0004;
 constexpr double wideAwake = 1.0e-3; // an envelope that takes more than a run to reach the threshold
 
-template <typename Table>
-auto entryAt (const Table& table, int index)
-{
-    return table[static_cast<size_t> (juce::jlimit (0, static_cast<int> (table.size()) - 1, index))];
-}
-
-/** The octaves from 13.75 Hz to a note number. */
-float octavesOf (float note)
-{
-    return (note - 9.0f) * 0.083333336f;
-}
-
 } // namespace
 
 //==============================================================================
-QuilvaneCore::Side::Side (const SampleRateConstants& constants) :
-    normal (constants),
-    high (constants),
-    lfo1 (constants),
-    lfo2 (constants)
-{
-}
-
 QuilvaneCore::QuilvaneCore (const SampleRateConstants& constants) :
     GlassRailEffectCore (constants),
     silenceDecay (1.0 - static_cast<double> (constants.rateScaleF) * silenceDecayPerUnit),
     modulation (constants),
-    stereoPhase (constants),
-    left (constants),
-    right (constants)
+    normal (constants),
+    high (constants)
 {
 }
 
 template <typename Function>
 void QuilvaneCore::forEachNetwork (Function&& function)
 {
-    for (auto* side : { &left, &right })
-    {
-        function (side->normal);
-        function (side->high);
-    }
-}
-
-template <typename Function>
-void QuilvaneCore::forEachLFO (Function&& function)
-{
-    for (auto lfo : { &Side::lfo1, &Side::lfo2 })
-        for (auto* side : { &left, &right })
-            function (side->*lfo);
+    normal.forEach (function);
+    high.forEach (function);
 }
 
 //==============================================================================
 void QuilvaneCore::prepare (bool sampleRateChanged)
 {
     forEachNetwork ([] (auto& network) { network.recover(); });
-    forEachLFO ([] (QuilvaneLFO& lfo) { lfo.recover(); });
+    modulation.prepare (sampleRateChanged);
 
     if (! sampleRateChanged)
         return;
 
-    forEachLFO ([] (QuilvaneLFO& lfo) { lfo.prepare(); });
     forEachNetwork ([] (QuilvaneOTA& network) { network.reset(); });
-    modulation.prepare();
-    stereoPhase.prepare();
     silenceDecay = 1.0 - static_cast<double> (rateConstants.rateScaleF) * silenceDecayPerUnit;
 }
 
 void QuilvaneCore::tempoChanged (double bpm)
 {
-    if (bpm == tempo)
-        return;
-
-    tempo = bpm;
-    forEachLFO ([bpm] (QuilvaneLFO& lfo) { lfo.setTempo (bpm); });
+    modulation.setTempo (bpm);
 }
 
 void QuilvaneCore::songPositionChanged (double ppq)
 {
-    forEachLFO ([ppq] (QuilvaneLFO& lfo) { lfo.setSongPosition (ppq); });
+    modulation.setSongPosition (ppq);
 }
 
 //==============================================================================
@@ -128,28 +70,11 @@ void QuilvaneCore::parameterChanged (const Parameter& parameter)
 {
     using namespace parameterIds;
 
+    if (modulation.parameterChanged (parameter))
+        return;
+
     switch (parameter.getId())
     {
-        case lfo1Sync:
-        case lfo1Rate:
-        case lfo1NoteRate:
-        case lfo1NoteScale:
-        case lfo1Waveform: return lfoParameterChanged (parameter, &Side::lfo1, lfo1Sync);
-
-        case lfo2Sync:
-        case lfo2Rate:
-        case lfo2NoteRate:
-        case lfo2NoteScale:
-        case lfo2Waveform: return lfoParameterChanged (parameter, &Side::lfo2, lfo2Sync);
-
-        case lfo1Depth: return modulation.setTarget (depth1, parameter.getNormalised() * maximumDepth);
-        case lfo2Depth: return modulation.setTarget (depth2, parameter.getNormalised() * maximumDepth);
-
-        case centerFrequency:
-            return modulation.setTarget (centreNote, parameter.getNormalised() * centreNoteRange + lowestCentreNote);
-
-        case stereoPhaseId: return stereoPhase.setTarget (0, parameter.getNormalised());
-
         case stagesNumber:
             return forEachNetwork ([stages = 2 * parameter.getInt() + 2] (QuilvaneOTA& network)
                                    { network.setStageCount (stages); });
@@ -161,40 +86,14 @@ void QuilvaneCore::parameterChanged (const Parameter& parameter)
         case fx:
             return forEachNetwork ([mix = parameter.getNormalised()] (QuilvaneOTA& network) { network.setMix (mix); });
 
-        case outputVolume:
-        {
-            const auto n = parameter.getNormalised();
-            return modulation.setTarget (outputGain, n * n * maximumGain);
-        }
-
         case processingQuality: quality = parameter.getInt(); return;
 
         default: return;
     }
 }
 
-void QuilvaneCore::lfoParameterChanged (const Parameter& parameter, QuilvaneLFO Side::*lfo, int firstId)
-{
-    using namespace parameterIds;
-
-    for (auto* side : { &left, &right })
-    {
-        auto& oscillator = side->*lfo;
-
-        switch (parameter.getId() - firstId + lfo1Sync)
-        {
-            case lfo1Sync: oscillator.setSync (parameter.getBool()); break;
-            case lfo1Rate: oscillator.setRate (static_cast<double> (parameter.getFloat())); break;
-            case lfo1NoteRate: oscillator.setNoteRate (parameter.getInt() + firstNoteRate); break;
-            case lfo1NoteScale: oscillator.setNoteScale (entryAt (noteScales, parameter.getInt())); break;
-            case lfo1Waveform: oscillator.setWaveform (entryAt (waveforms, parameter.getInt())); break;
-            default: break;
-        }
-    }
-}
-
 //==============================================================================
-bool QuilvaneCore::runGate (Side& side, const float* input, Run<bool>& isActive, int numSamples) const noexcept
+bool QuilvaneCore::runGate (Side& side, const float* input, IsActive& isActive, int numSamples) const noexcept
 {
     const auto isLoud = [] (float sample) { return std::abs (sample) > wakeThreshold; };
 
@@ -250,72 +149,43 @@ bool QuilvaneCore::runGate (Side& side, const float* input, Run<bool>& isActive,
     return isAnyActive != isAnyAsleep;
 }
 
-void QuilvaneCore::runControls (Controls& controls, int numSamples) noexcept
+void QuilvaneCore::processSides (const Buffers& buffers, Sides sides, const Modulation::Run& run) noexcept
 {
-    modulation.advance (controls.modulation, numSamples);
-    stereoPhase.advance (controls.stereoPhase, numSamples);
+    const auto size = static_cast<size_t> (run.numSamples);
+    const auto [inLeft, inRight] = buffers.in;
+    const auto [outLeft, outRight] = buffers.out;
+    const auto isBoth = sides.count() == 2;
+    alignas (32) std::array<double, size_t { Kernels::maximumSides } * maximumRun> sound;
 
-    Run<double> offsets;
-
-    for (size_t i = 0; i < static_cast<size_t> (numSamples); ++i)
-        offsets[i] = static_cast<double> (controls.stereoPhase[0][i]) * pi;
-
-    FastOscillators::process (kernels, { &left.lfo1, &right.lfo1 }, { &left.lfo2, &right.lfo2 }, offsets.data(),
-                              controls.lfo1, controls.lfo2, numSamples);
-}
-
-template <size_t NumSides>
-void QuilvaneCore::processSides (const std::array<Side*, NumSides>& sides, size_t firstSide, const Controls& controls,
-                                 const std::array<float*, NumSides>& samples, int start, int end) noexcept
-{
-    const auto size = static_cast<size_t> (end - start);
-    const auto count = NumSides * size, paddedCount = (count + 3) / 4 * 4;
-    alignas (32) FastOscillators::Pairs<float> exponents, hz;
-    alignas (32) FastOscillators::Pairs<double> sound;
-
-    for (size_t i = 0; i < size; ++i)
-    {
-        const auto from = i + static_cast<size_t> (start);
-        const auto octaves = [&] (size_t side)
-        {
-            const auto& moved = controls.modulation;
-            return octavesOf (controls.lfo1[2 * from + side] * moved[depth1][from]
-                              + controls.lfo2[2 * from + side] * moved[depth2][from] + moved[centreNote][from]);
-        };
-        const auto sample = [&] (size_t side) { return static_cast<double> (samples[side][from]); };
-
-        if constexpr (NumSides == 2)
-        {
-            Kernels::storePair (&exponents[2 * i], octaves (0), octaves (1));
-            Kernels::storePair (&sound[2 * i], sample (0), sample (1));
-        }
-        else
-        {
-            exponents[i] = octaves (firstSide);
-            sound[i] = sample (0);
-        }
-    }
-
-    std::fill (exponents.begin() + count, exponents.begin() + paddedCount, 0.0f);
-    kernels.frequency (exponents.data(), QuilvaneOTA::maximumFrequency, hz.data(), paddedCount);
-
-    const auto run = [&] (auto Side::*network)
-    {
-        if constexpr (NumSides == 2)
-            FastNetwork::process (kernels, sides[0]->*network, sides[1]->*network, hz.data(), sound.data(),
-                                  end - start);
-        else
-            FastNetwork::process (kernels, sides[0]->*network, hz.data(), sound.data(), end - start);
-    };
+    // All that is read comes before anything that is written: the buffers may be the same.
+    if (isBoth)
+        for (size_t i = 0; i < size; ++i)
+            Kernels::storePair (&sound[2 * i], static_cast<double> (inLeft[i]), static_cast<double> (inRight[i]));
+    else
+        std::copy_n (sides.left ? inLeft : inRight, size, sound.begin());
 
     if (quality == 0)
-        run (&Side::normal);
+        normal.process (sides, run.hz, sound.data(), run.numSamples);
     else if (quality == 1)
-        run (&Side::high);
+        high.process (sides, run.hz, sound.data(), run.numSamples);
+
+    const auto apply = [&] (double value, size_t i) { return static_cast<float> (value) * run.outputGain[i]; };
+
+    if (isBoth)
+    {
+        for (size_t i = 0; i < size; ++i)
+        {
+            outLeft[i] = apply (sound[2 * i], i);
+            outRight[i] = apply (sound[2 * i + 1], i);
+        }
+
+        return;
+    }
 
     for (size_t i = 0; i < size; ++i)
-        for (size_t side = 0; side < NumSides; ++side)
-            samples[side][i + static_cast<size_t> (start)] = static_cast<float> (sound[i * NumSides + side]);
+        (sides.left ? outLeft : outRight)[i] = apply (sound[i], i);
+
+    std::fill_n (sides.left ? outRight : outLeft, size, 0.0f);
 }
 
 void QuilvaneCore::runMeters (const float* outputLeft, const float* outputRight, int numSamples) noexcept
@@ -334,60 +204,39 @@ void QuilvaneCore::runMeters (const float* outputLeft, const float* outputRight,
     right.meterHold = holdRight;
 }
 
-void QuilvaneCore::processRun (const float* inLeft, const float* inRight, float* outLeft, float* outRight,
-                               int numSamples) noexcept
+void QuilvaneCore::processRun (const Buffers& buffers, int numSamples) noexcept
 {
-    Controls controls; // NOLINT(cppcoreguidelines-pro-type-member-init): filled as far as it's read
-    runControls (controls, numSamples);
+    IsActive leftActive, rightActive;
+    const auto leftIsUniform = runGate (left, buffers.in[0], leftActive, numSamples);
+    const auto rightIsUniform = runGate (right, buffers.in[1], rightActive, numSamples);
 
-    Run<bool> leftActive, rightActive;
-    const auto leftIsUniform = runGate (left, inLeft, leftActive, numSamples);
-    const auto rightIsUniform = runGate (right, inRight, rightActive, numSamples);
+    const auto isActive = [&] (int i) {
+        return Sides { leftActive[static_cast<size_t> (i)], rightActive[static_cast<size_t> (i)] };
+    };
 
-    // Both inputs are read before anything is written: the buffers may be the same.
-    Run<float> samplesLeft, samplesRight;
-    std::copy_n (inLeft, numSamples, samplesLeft.begin());
-    std::copy_n (inRight, numSamples, samplesRight.begin());
-
-    const auto isActive = [&] (int i)
-    { return std::pair (leftActive[static_cast<size_t> (i)], rightActive[static_cast<size_t> (i)]); };
-
-    for (int start = 0, end = 0; start < numSamples; start = end)
+    for (int start = 0; start < numSamples;)
     {
         const auto active = isActive (start);
-
-        if (leftIsUniform && rightIsUniform)
-            end = numSamples;
+        auto end = leftIsUniform && rightIsUniform ? numSamples : start + 1;
 
         while (end < numSamples && isActive (end) == active)
             ++end;
 
-        if (active.first && active.second)
-            processSides<2> ({ &left, &right }, 0, controls, { samplesLeft.data(), samplesRight.data() }, start, end);
-        else if (active.first)
-            processSides<1> ({ &left }, 0, controls, { samplesLeft.data() }, start, end);
-        else if (active.second)
-            processSides<1> ({ &right }, 1, controls, { samplesRight.data() }, start, end);
+        const auto run = modulation.next (end - start, active);
+        const auto rest = buffers.from (start);
 
-        if (! active.first)
-            std::fill (samplesLeft.begin() + start, samplesLeft.begin() + end, 0.0f);
+        if (active != Sides {})
+            processSides (rest, active, run);
+        else
+            for (auto* out : rest.out)
+                std::fill_n (out, run.numSamples, 0.0f);
 
-        if (! active.second)
-            std::fill (samplesRight.begin() + start, samplesRight.begin() + end, 0.0f);
+        start += run.numSamples;
+        lfo1Value.store (run.lfo1, std::memory_order_relaxed);
+        lfo2Value.store (run.lfo2, std::memory_order_relaxed);
     }
 
-    for (size_t i = 0; i < static_cast<size_t> (numSamples); ++i)
-    {
-        const auto gain = controls.modulation[outputGain][i];
-        outLeft[i] = samplesLeft[i] * gain;
-        outRight[i] = samplesRight[i] * gain;
-    }
-
-    runMeters (outLeft, outRight, numSamples);
-
-    const auto last = 2 * static_cast<size_t> (numSamples - 1);
-    lfo1Value.store (controls.lfo1[last], std::memory_order_relaxed);
-    lfo2Value.store (controls.lfo2[last], std::memory_order_relaxed);
+    runMeters (buffers.out[0], buffers.out[1], numSamples);
 }
 
 void QuilvaneCore::processStereo (const float* inLeft, const float* inRight, float* outLeft, float* outRight,
@@ -396,20 +245,22 @@ void QuilvaneCore::processStereo (const float* inLeft, const float* inRight, flo
     lfo1Value.store (0.0f, std::memory_order_relaxed);
     lfo2Value.store (0.0f, std::memory_order_relaxed);
 
+    const Buffers buffers { { inLeft, inRight }, { outLeft, outRight } };
+
     for (int start = 0; start < numSamples; start += maximumRun)
     {
         const auto size = juce::jmin (maximumRun, numSamples - start);
 
         if (! bypassed)
         {
-            processRun (inLeft + start, inRight + start, outLeft + start, outRight + start, size);
+            processRun (buffers.from (start), size);
             continue;
         }
 
+        modulation.moveSmoothedValuesAlone (size);
+
         for (int i = start; i < start + size; ++i)
         {
-            modulation.advance();
-            stereoPhase.advance();
             const auto inputRight = inRight[i];
             outLeft[i] = inLeft[i];
             outRight[i] = inputRight;

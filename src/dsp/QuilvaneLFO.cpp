@@ -27,14 +27,14 @@ QuilvaneLFO::QuilvaneLFO (const SampleRateConstants& constants) :
 void QuilvaneLFO::prepare()
 {
     drawRandomStep();
-    phase = 0.0;
+    state.phase = 0.0;
     updateIncrement();
 }
 
 void QuilvaneLFO::recover() noexcept
 {
-    if (! isUsableState (phase) || ! isUsableState (lagged))
-        phase = lagged = 0.0;
+    if (! isUsableState (state.phase) || ! isUsableState (state.lagged))
+        state.phase = state.lagged = 0.0;
 }
 
 void QuilvaneLFO::setSync (bool shouldSync)
@@ -74,7 +74,7 @@ void QuilvaneLFO::setSongPosition (double ppq)
     if (synced)
     {
         const auto cycles = clock.getNoteValue() * ppq;
-        phase = (cycles - std::floor (cycles)) * shapes::twoPi;
+        state.phase = (cycles - std::floor (cycles)) * shapes::twoPi;
     }
 }
 
@@ -86,10 +86,10 @@ void QuilvaneLFO::updateIncrement()
 
 void QuilvaneLFO::drawRandomStep() noexcept
 {
-    const auto drawn = randomB;
-    randomA ^= drawn;
-    randomB = randomA + drawn;
-    held = static_cast<float> (static_cast<int32_t> (drawn)) * randomScale;
+    const auto drawn = state.randomB;
+    state.randomA ^= drawn;
+    state.randomB = state.randomA + drawn;
+    state.held = static_cast<float> (static_cast<int32_t> (drawn)) * randomScale;
 }
 
 //==============================================================================
@@ -111,21 +111,21 @@ float QuilvaneLFO::readWaveform (double readPhase) noexcept
 
 float QuilvaneLFO::readRandomStep (double readPhase) noexcept
 {
-    const auto wasFirstHalf = std::exchange (firstHalf, readPhase < shapes::pi);
+    const auto wasFirstHalf = std::exchange (state.firstHalf, readPhase < shapes::pi);
 
-    if (firstHalf && ! wasFirstHalf)
+    if (state.firstHalf && ! wasFirstHalf)
         drawRandomStep();
 
-    return held;
+    return state.held;
 }
 
 void QuilvaneLFO::next (float& out) noexcept
 {
-    const auto wave = readWaveform (readPhaseAndWrap (phase, phaseOffset));
+    const auto wave = readWaveform (readPhaseAndWrap (state.phase, phaseOffset));
 
-    phase += increment;
-    lagged -= (lagged - static_cast<double> (wave)) * lagCoefficient;
-    out = static_cast<float> (lagged);
+    state.phase += increment;
+    state.lagged -= (state.lagged - static_cast<double> (wave)) * lagCoefficient;
+    out = static_cast<float> (state.lagged);
 }
 
 } // namespace quilvane

@@ -102,6 +102,25 @@ public:
     /** The output for this sample; goes on to the next. */
     void next (float& out) noexcept;
 
+    /** What next() moves. */
+    struct State
+    {
+        double phase = 0.0; // radians
+        double lagged = 0.0;
+
+        // Two words of the random numbers; every oscillator starts from the same, so that oscillators of one rate and
+        // phase draw the same sequence.
+        uint32_t randomA = 1732584193;
+        uint32_t randomB = 4023233417;
+        float held = 0.0f;
+        bool firstHalf = false;
+    };
+
+    const State& getState() const noexcept { return state; }
+    void setState (const State& newState) noexcept { state = newState; }
+
+    bool isSynced() const noexcept { return synced; }
+
     /** Hz */
     double getEffectiveRate() const noexcept { return effectiveRate; }
 
@@ -130,18 +149,10 @@ private:
 
     const SampleRateConstants& rateConstants;
     Waveform waveform = Waveform::triangle;
-    double phase = 0.0;          // radians
+    State state;
     double phaseOffset = 0.0;    // radians
     double increment = 0.0;      // radians per sample
     const double lagCoefficient; // per sample, that of the rate at construction at any rate
-    double lagged = 0.0;
-
-    // Two words of state; every oscillator starts from the same, so that oscillators of one rate and
-    // phase draw the same sequence.
-    uint32_t randomA = 1732584193;
-    uint32_t randomB = 4023233417;
-    float held = 0.0f;
-    bool firstHalf = false;
 
     bool synced = false;
     double effectiveRate = 0.0; // Hz

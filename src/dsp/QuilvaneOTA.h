@@ -68,6 +68,7 @@ public:
     double getFrequency() const noexcept { return frequency; }
 
 private:
+    template <typename Network>
     friend class FastNetwork;
 
     /** The integrators of all sections. */

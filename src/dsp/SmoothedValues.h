@@ -25,6 +25,12 @@ public:
     {
     }
 
+    /** Where the values are. */
+    using State = std::array<float, Size>;
+
+    const State& getState() const noexcept { return current; }
+    void setState (const State& state) noexcept { current = state; }
+
     void setTarget (size_t index, float value) noexcept { target[index] = value; }
 
     /** One step of all values; once per sample. */
@@ -72,7 +78,7 @@ public:
 
 private:
     const SampleRateConstants& rateConstants;
-    std::array<float, Size> current {};
+    State current {};
     std::array<float, Size> target {};
     const float base; // the step at construction, which is at 44100 Hz
     float step;
