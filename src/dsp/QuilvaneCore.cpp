@@ -99,15 +99,11 @@ bool QuilvaneCore::runGate (Side& side, const float* input, IsActive& isActive, 
 
     // Asleep, and nothing wakes it: what the envelope falls to doesn't matter.
     if (! side.active && std::none_of (input, input + numSamples, isLoud))
-    {
-        std::fill_n (isActive.begin(), numSamples, false);
         return true;
-    }
 
     // Awake, and no run is long enough to fall asleep in.
     if (side.active && side.envelope > wideAwake)
     {
-        std::fill_n (isActive.begin(), numSamples, true);
         auto quiet = numSamples; // since the last loud sample
 
         for (int i = numSamples; --i >= 0;)
@@ -210,8 +206,10 @@ void QuilvaneCore::processRun (const Buffers& buffers, int numSamples) noexcept
     const auto leftIsUniform = runGate (left, buffers.in[0], leftActive, numSamples);
     const auto rightIsUniform = runGate (right, buffers.in[1], rightActive, numSamples);
 
-    const auto isActive = [&] (int i) {
-        return Sides { leftActive[static_cast<size_t> (i)], rightActive[static_cast<size_t> (i)] };
+    const auto isActive = [&] (int i)
+    {
+        const auto at = static_cast<size_t> (i);
+        return Sides { leftIsUniform ? left.active : leftActive[at], rightIsUniform ? right.active : rightActive[at] };
     };
 
     for (int start = 0; start < numSamples;)

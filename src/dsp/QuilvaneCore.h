@@ -63,7 +63,8 @@ private:
     void processRun (const Buffers&, int numSamples) noexcept;
 
     /** Which samples of a side are to be run.
-        @returns whether all of them are, or none */
+        @param isActive filled where it's not the same for all of them
+        @returns whether it is: what the side then says of itself is true of all */
     bool runGate (Side&, const float* input, IsActive&, int numSamples) const noexcept;
 
     /** Samples during which the same sides are active. */
