@@ -85,7 +85,8 @@ void FastNetwork<Network>::take (Sides sides) noexcept
     forEachState ([] (double value, double& place) { place = value; });
 
     const auto stages = first.filters.up.size() - 3;
-    run = kernels.networks[sides.count() - 1][stages][first.getStageCount() / 2 - 1];
+    functions = &kernels.networks[sides.count() - 1][stages][first.getStageCount() / 2 - 1];
+    functions->begin (state);
 
     allpass = first.allpass;
     isWarpFast = static_cast<double> (QuilvaneOTA::maximumFrequency) * TPTOnePole::twoPi * allpass.halfPeriod
@@ -98,6 +99,7 @@ void FastNetwork<Network>::putBack() noexcept
     if (held == Sides {})
         return;
 
+    functions->end (state);
     forEachState ([] (double& value, double place) { value = place; });
 
     const auto sides = getHeld();
@@ -130,7 +132,7 @@ void FastNetwork<Network>::process (Sides sides, const float* hz, double* sample
         std::fill_n (end, (4 - count % 4) % 4, 0.0);
     }
 
-    run (state, warped.data(), samples, numSamples);
+    functions->run (state, warped.data(), samples, numSamples);
 
     for (size_t i = 0; i < numSides; ++i)
     {

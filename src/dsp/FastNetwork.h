@@ -77,7 +77,7 @@ private:
 
     Sides held; // of these sides the state is here
     Kernels::Network state;
-    Kernels::RunNetwork run = nullptr;
+    const Kernels::NetworkFunctions* functions = nullptr;
     TPTOnePole allpass;
     bool isWarpFast = false;
     std::array<double, Kernels::maximumSides> lastHz {}, lastWarped {};

@@ -52,15 +52,30 @@ struct Kernels
         double mixTarget, feedbackTarget, wetMixTarget, smoothingCoefficient;
 
         double loopHighPassAmount;
+
+        // The kernels' own, from begin() to end(): the last sample's tuning; what follows from the fixed sections.
+        double lastA[maximumSides], lastOnePlusG[maximumSides];
+        double inputGain[maximumSides], lowGain[maximumSides], lowGain2[maximumSides];
+        double loopKept[maximumSides], minusLoopAmount[maximumSides];
+        double inputScale, invInputScale, loopThrough;
     };
 
-    /** Runs one side or both.
-        @param warped the prewarped gain g of the all-passes for each sample; read by fours
-        @param samples at the base rate, in place and at unit gain */
-    using RunNetwork = void (*) (Network&, const double* warped, double* samples, int numSamples);
+    /** What runs one side or both. */
+    struct NetworkFunctions
+    {
+        /** Brings the states, as QuilvaneOTA has them, to the form that run() takes. */
+        void (*begin) (Network&);
+
+        /** @param warped the prewarped gain g of the all-passes for each sample; read by fours
+            @param samples at the base rate, in place and at unit gain */
+        void (*run) (Network&, const double* warped, double* samples, int numSamples);
+
+        /** Brings the states back to the form of QuilvaneOTA. */
+        void (*end) (Network&);
+    };
 
     /** By number of sides - 1, stages of oversampling - 3, and half the number of sections - 1. */
-    RunNetwork networks[2][2][4];
+    NetworkFunctions networks[2][2][4];
 
     /** g = tan (scale * hz) * gain, for arguments of the tangent from 0 to warpLimit.
         @param count a multiple of 4; at most 2 * maximumSamples, like in all that follow */

@@ -87,6 +87,63 @@ template <int Sides, int Stages, int NumSections>
 class NetworkKernel
 {
 public:
+    static void begin (Kernels::Network& network)
+    {
+        const Gains gains (network);
+
+        for (int side = 0; side < Sides; ++side)
+        {
+            auto* const input = network.input + side;
+            input[Sides] /= gains.inputK;
+            input[2 * Sides] /= gains.inputScale;
+
+            // A network that was never tuned has no scale, and nothing in its states.
+            auto* const loop = network.loop + side;
+            const auto sum = loop[0] + loop[Sides] / gains.loopK;
+            loop[Sides] = gains.loopScale > 0.0 ? sum / gains.loopScale : 0.0;
+            loop[0] *= 0.5;
+
+            // With these the sections' states are what they are.
+            network.lastA[side] = 0.0;
+            network.lastOnePlusG[side] = 2.0;
+
+            network.inputGain[side] = 2.0 * network.inputHighPassGain;
+            network.lowGain[side] = network.inputLowPassGain;
+            network.lowGain2[side] = 2.0 * network.inputLowPassGain;
+            network.loopKept[side] = 1.0 - 2.0 * network.loopHighPassGain;
+            network.minusLoopAmount[side] = -network.loopHighPassAmount * gains.loopK * gains.loopK * gains.loopScale;
+        }
+
+        network.inputScale = gains.inputScale;
+        network.invInputScale = 1.0 / gains.inputScale;
+        network.loopThrough = 1.0 - network.loopHighPassAmount + network.loopHighPassAmount * gains.loopK * gains.loopK;
+    }
+
+    static void end (Kernels::Network& network)
+    {
+        const Gains gains (network);
+
+        for (int side = 0; side < Sides; ++side)
+        {
+            auto* const input = network.input + side;
+            input[Sides] *= gains.inputK;
+            input[2 * Sides] *= gains.inputScale;
+
+            auto* const loop = network.loop + side;
+            loop[0] *= 2.0;
+            loop[Sides] = (loop[Sides] * gains.loopScale - loop[0]) * gains.loopK;
+
+            const auto a = network.lastA[side], perState = network.lastOnePlusG[side] * 0.5; // 1 / b
+            auto* const allpass = network.allpass + side;
+
+            for (int k = NumSections; --k >= 0;)
+            {
+                const auto before = k % M == 0 ? 0.0 : allpass[(k - 1) * Sides];
+                allpass[k * Sides] = (allpass[k * Sides] - a * before) * perState;
+            }
+        }
+    }
+
     static void run (Kernels::Network& network, const double* warped, double* samples, int numSamples)
     {
         NetworkKernel kernel (network);
@@ -104,7 +161,9 @@ public:
             kernel.template process<true> (tuning, i, inputs[i % 2], inputs[(i + 1) % 2], samples + i * Sides);
 
         kernel.template process<false> (tuning, last, inputs[last % 2], inputs[0], samples + last * Sides);
-        kernel.storeStates (load (tuning.a + last * Sides), 1.0 + load (warped + last * Sides));
+        kernel.storeStates();
+        store (network.lastA, load (tuning.a + last * Sides));
+        store (network.lastOnePlusG, 1.0 + load (warped + last * Sides));
     }
 
 private:
@@ -114,6 +173,20 @@ private:
 
     static constexpr int M = NumSections / 2;
     static constexpr int factor = 1 << Stages;
+
+    /** What the states are divided by. */
+    struct Gains
+    {
+        QUILVANE_INLINE explicit Gains (const Kernels::Network& network) :
+            inputK (1.0 - network.inputHighPassGain),
+            inputScale (inputK * inputK),
+            loopK (1.0 - network.loopHighPassGain),
+            loopScale (4.0 * network.loopHighPassGain)
+        {
+        }
+
+        const double inputK, inputScale, loopK, loopScale;
+    };
 
     static QUILVANE_INLINE V load (const double* p)
     {
@@ -137,45 +210,35 @@ private:
 
     QUILVANE_INLINE explicit NetworkKernel (Kernels::Network& n) :
         network (n),
-        inputGain (L::fill (2.0 * n.inputHighPassGain)),
-        lowGain (L::fill (n.inputLowPassGain)),
-        lowGain2 (L::fill (2.0 * n.inputLowPassGain)),
-        loopKept (L::fill (1.0 - 2.0 * n.loopHighPassGain)),
-        inputK (1.0 - n.inputHighPassGain),
-        inputScale (inputK * inputK),
-        loopK (1.0 - n.loopHighPassGain),
-        loopScale (4.0 * n.loopHighPassGain),
-        minusLoopAmount (L::fill (-n.loopHighPassAmount * loopK * loopK * loopScale))
+        inputGain (load (n.inputGain)),
+        lowGain (load (n.lowGain)),
+        lowGain2 (load (n.lowGain2)),
+        loopKept (load (n.loopKept)),
+        minusLoopAmount (load (n.minusLoopAmount))
     {
         for (int k = 0; k < M; ++k)
             p[k] = L::join (load (n.allpass + k * Sides), load (n.allpass + (k + M) * Sides));
 
         high1 = load (n.input);
-        high2 = load (n.input + Sides) / inputK;
-        low = load (n.input + 2 * Sides) / inputScale;
-
-        const auto first = load (n.loop);
-        loop1 = first * 0.5;
-        // A network that was never tuned has no scale, and nothing in its states.
-        loopSum = loopScale > 0.0 ? (first + load (n.loop + Sides) / loopK) / loopScale : V {};
+        high2 = load (n.input + Sides);
+        low = load (n.input + 2 * Sides);
+        loop1 = load (n.loop);
+        loopSum = load (n.loop + Sides);
     }
 
-    QUILVANE_INLINE void storeStates (V lastA, V lastOnePlusG)
+    QUILVANE_INLINE void storeStates()
     {
-        const auto a = twice (lastA), perState = twice (lastOnePlusG * 0.5); // 1 / b
-
         for (int k = 0; k < M; ++k)
         {
-            const auto s = (k == 0 ? p[0] : p[k] - a * p[k - 1]) * perState;
-            store (network.allpass + k * Sides, L::lower (s));
-            store (network.allpass + (k + M) * Sides, L::upper (s));
+            store (network.allpass + k * Sides, L::lower (p[k]));
+            store (network.allpass + (k + M) * Sides, L::upper (p[k]));
         }
 
         store (network.input, high1);
-        store (network.input + Sides, high2 * inputK);
-        store (network.input + 2 * Sides, low * inputScale);
-        store (network.loop, loop1 * 2.0);
-        store (network.loop + Sides, (loopSum * loopScale - loop1 * 2.0) * loopK);
+        store (network.input + Sides, high2);
+        store (network.input + 2 * Sides, low);
+        store (network.loop, loop1);
+        store (network.loop + Sides, loopSum);
     }
 
     //==============================================================================
@@ -213,12 +276,23 @@ private:
         const auto step = [smoothing] (V value, double target) { return value - (value - target) * smoothing; };
         auto feedback = load (network.feedback), mix = load (network.mix), wetMix = load (network.wetMix);
 
-        const auto standStill = isSame (feedback, step (feedback, network.feedbackTarget))
-                                && isSame (mix, step (mix, network.mixTarget))
-                                && isSame (wetMix, step (wetMix, network.wetMixTarget));
-        const auto numSteps = standStill ? 4 / Sides : numSamples;
+        const auto write = [] (double* destination, V v)
+        {
+            for (int i = 0; i < 4; i += Sides)
+                store (destination + i, v);
+        };
 
-        for (int i = 0; i < numSteps; ++i)
+        if (isSame (feedback, step (feedback, network.feedbackTarget)) && isSame (mix, step (mix, network.mixTarget))
+            && isSame (wetMix, step (wetMix, network.wetMixTarget)))
+        {
+            write (values.feedbackBefore, feedback);
+            write (values.feedback, feedback);
+            write (values.mix, mix);
+            write (values.wetMix, wetMix);
+            return true;
+        }
+
+        for (int i = 0; i < numSamples; ++i)
         {
             const auto at = i * Sides;
             store (values.feedbackBefore + at, feedback);
@@ -231,14 +305,14 @@ private:
         }
 
         // What is read by fours, but belongs to no sample.
-        for (int i = numSteps * Sides; i % 4 != 0; i += Sides)
+        for (int i = numSamples * Sides; i % 4 != 0; i += Sides)
             for (auto* unused : { values.feedbackBefore, values.feedback, values.mix, values.wetMix })
                 store (unused + i, V {});
 
         store (network.feedback, feedback);
         store (network.mix, mix);
         store (network.wetMix, wetMix);
-        return standStill;
+        return false;
     }
 
     /** The values of the samples before. */
@@ -257,10 +331,8 @@ private:
         const auto standStill = smooth (values, numSamples);
 
         const auto one = Double4 {} + 1.0;
-        const auto amount = network.loopHighPassAmount, loopThrough = 1.0 - amount + amount * loopK * loopK;
-
-        // The states are loaded as what they are with a = 0 and b = 1.
-        auto lastA = Double4 {}, lastOnePlusG = one + one;
+        const auto spread = [] (V v) { return __builtin_shufflevector (v, v, 0, Sides - 1, 0, Sides - 1); };
+        auto lastA = spread (load (network.lastA)), lastOnePlusG = spread (load (network.lastOnePlusG));
 
         for (int i = 0; i < numSamples * Sides; i += 4)
         {
@@ -299,7 +371,7 @@ private:
             write (tuning.move, rescale * (a - before));
 
             // What is in the loop before its gain is divided by the input's scale.
-            const auto feedback = readSmoothed (values.feedback) * (1.0 / inputScale);
+            const auto feedback = readSmoothed (values.feedback) * network.invInputScale;
             const auto estimate = -feedback * rescale;
             write (tuning.estimateOthers, estimate * (one - a * before));
             write (tuning.estimateLast, estimate * ratio);
@@ -307,14 +379,14 @@ private:
             write (tuning.fromUpper, feedback * aN);
             write (tuning.fromLower, feedback * aN * aM);
 
-            const auto loop = inputScale / (one - aN * readSmoothed (values.feedbackBefore));
+            const auto loop = network.inputScale / (one - aN * readSmoothed (values.feedbackBefore));
             write (tuning.loop, loop);
-            write (tuning.through, loop * loopThrough);
+            write (tuning.through, loop * network.loopThrough);
             write (tuning.loopFirst, loop * network.loopHighPassGain);
 
             const auto mix = readSmoothed (values.mix), wet = mix * readSmoothed (values.wetMix);
             write (tuning.wet, wet);
-            write (tuning.conditioned, (mix - wet) * inputScale);
+            write (tuning.conditioned, (mix - wet) * network.inputScale);
             write (tuning.raw, one - mix);
         }
     }
@@ -515,25 +587,24 @@ private:
 
     //==============================================================================
     Kernels::Network& network;
-    const V inputGain, lowGain, lowGain2, loopKept;
-    const double inputK, inputScale, loopK, loopScale;
-    const V minusLoopAmount;
+    const V inputGain, lowGain, lowGain2, loopKept, minusLoopAmount;
     W p[M];
     V high1, high2, low;
     V loop1, loopSum;
 };
 
+template <int Sides, int Stages, int NumSections>
+inline constexpr Kernels::NetworkFunctions functions { NetworkKernel<Sides, Stages, NumSections>::begin,
+                                                       NetworkKernel<Sides, Stages, NumSections>::run,
+                                                       NetworkKernel<Sides, Stages, NumSections>::end };
+
 /** The table for the processor that the including source is compiled for. */
 inline const Kernels kernels {
     {
-        { { NetworkKernel<1, 3, 2>::run, NetworkKernel<1, 3, 4>::run, NetworkKernel<1, 3, 6>::run,
-            NetworkKernel<1, 3, 8>::run },
-          { NetworkKernel<1, 4, 2>::run, NetworkKernel<1, 4, 4>::run, NetworkKernel<1, 4, 6>::run,
-            NetworkKernel<1, 4, 8>::run } },
-        { { NetworkKernel<2, 3, 2>::run, NetworkKernel<2, 3, 4>::run, NetworkKernel<2, 3, 6>::run,
-            NetworkKernel<2, 3, 8>::run },
-          { NetworkKernel<2, 4, 2>::run, NetworkKernel<2, 4, 4>::run, NetworkKernel<2, 4, 6>::run,
-            NetworkKernel<2, 4, 8>::run } },
+        { { functions<1, 3, 2>, functions<1, 3, 4>, functions<1, 3, 6>, functions<1, 3, 8> },
+          { functions<1, 4, 2>, functions<1, 4, 4>, functions<1, 4, 6>, functions<1, 4, 8> } },
+        { { functions<2, 3, 2>, functions<2, 3, 4>, functions<2, 3, 6>, functions<2, 3, 8> },
+          { functions<2, 4, 2>, functions<2, 4, 4>, functions<2, 4, 6>, functions<2, 4, 8> } },
     },
     warp,
     sine,

@@ -230,8 +230,7 @@ void QuilvaneCore::processRun (const Buffers& buffers, int numSamples) noexcept
                 std::fill_n (out, run.numSamples, 0.0f);
 
         start += run.numSamples;
-        lfo1Value.store (run.lfo1, std::memory_order_relaxed);
-        lfo2Value.store (run.lfo2, std::memory_order_relaxed);
+        publishLFOs (run.lfo1, run.lfo2);
     }
 
     runMeters (buffers.out[0], buffers.out[1], numSamples);
@@ -240,8 +239,8 @@ void QuilvaneCore::processRun (const Buffers& buffers, int numSamples) noexcept
 void QuilvaneCore::processStereo (const float* inLeft, const float* inRight, float* outLeft, float* outRight,
                                   int numSamples, bool bypassed)
 {
-    lfo1Value.store (0.0f, std::memory_order_relaxed);
-    lfo2Value.store (0.0f, std::memory_order_relaxed);
+    if (bypassed || numSamples == 0)
+        publishLFOs (0.0f, 0.0f);
 
     const Buffers buffers { { inLeft, inRight }, { outLeft, outRight } };
 

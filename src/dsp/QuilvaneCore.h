@@ -70,6 +70,12 @@ private:
     /** Samples during which the same sides are active. */
     void processSides (const Buffers&, Sides, const Modulation::Run&) noexcept;
 
+    void publishLFOs (float first, float second) noexcept
+    {
+        lfo1Value.store (first, std::memory_order_relaxed);
+        lfo2Value.store (second, std::memory_order_relaxed);
+    }
+
     void runMeters (const float* outputLeft, const float* outputRight, int numSamples) noexcept;
 
     int quality = 0; // 0 normal, 1 high
