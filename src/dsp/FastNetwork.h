@@ -53,9 +53,9 @@ public:
     }
 
     /** Runs one side or both.
-        @param hz the all-passes' frequencies, and
-        @param samples the sound, in place: of these sides, left and right in turn. Both are read up to the next multiple
-            of four values
+        @param hz the all-passes' frequencies, of these sides, left and right in turn; read up to the next multiple of
+            four values
+        @param samples the sound, in the same order, in place
         @param numSamples of each side, from 1 to maximumSamples */
     void process (Sides, const float* hz, double* samples, int numSamples) noexcept;
 

@@ -33,7 +33,7 @@ public:
     struct Run
     {
         int numSamples;
-        const float* hz; // of the sides that were asked for, left and right in turn; two more can be read at the end
+        const float* hz; // of the sides that were asked for, left and right in turn; three more can be read
         const float* outputGain;
         float lfo1, lfo2; // the left oscillators' at the last sample, 0 to 1
     };

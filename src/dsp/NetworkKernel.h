@@ -342,8 +342,7 @@ private:
 
             const auto g = loadVector<Double4> (warped + i);
             const auto onePlusG = one + g, invOnePlusG = one / onePlusG;
-            const auto gain = invOnePlusG * g;
-            const auto a = gain + gain - one;
+            const auto a = one - (invOnePlusG + invOnePlusG);
             const auto before = shift (lastA, a), rescale = shift (lastOnePlusG, onePlusG) * invOnePlusG;
             lastA = a;
             lastOnePlusG = onePlusG;
@@ -411,6 +410,7 @@ private:
             L::join (L::fill (OversampleIIR::HalfBand::coefficientA), L::fill (OversampleIIR::HalfBand::coefficientB));
         alignas (32) double between[2][factor / 2 * Sides];
 
+#pragma GCC unroll 4
         for (int stage = 0; stage < Stages; ++stage)
         {
             auto* const history = network.up + stage * 3 * Sides;
@@ -418,6 +418,7 @@ private:
             auto previous = twice (load (history));
             auto y = loadPair (history + Sides);
 
+#pragma GCC unroll 8
             for (int i = 0; i < 1 << stage; ++i)
             {
                 const auto x = twice (load (source + i * Sides));
@@ -453,13 +454,15 @@ private:
             L::join (L::fill (OversampleIIR::HalfBand::coefficientB), L::fill (OversampleIIR::HalfBand::coefficientA));
         alignas (32) double between[2][factor / 2 * Sides];
 
-        for (int stage = Stages; stage-- > 0;)
+#pragma GCC unroll 4
+        for (int stage = Stages - 1; stage >= 0; --stage)
         {
             const auto* const source = between[(stage + 1) % 2];
             auto* const history = network.down + stage * 4 * Sides;
             auto previous = loadPair (history);
             auto y = loadPair (history + 2 * Sides);
 
+#pragma GCC unroll 8
             for (int i = 0; i < 1 << stage; ++i)
             {
                 const auto x = stage == Stages - 1 ? readPair (i) : loadPair (source + 2 * i * Sides);
