@@ -33,8 +33,9 @@ struct Kernels
         std::memcpy (place, pair, sizeof (pair));
     }
 
-    /** What a network runs on: its state, both sides interleaved, as FastNetwork gathers it from the sides; and what
-        stands still during the call. Of one side alone, each array has one value for a pair. */
+    /** What a network runs on: its state, both sides interleaved, and what stands still. FastNetwork fills it in, calls
+        begin(), and then run() for any number of blocks; end() makes its state readable. Of one side alone, each array
+        has one value for a pair. */
     struct Network
     {
         // Fixed sections: G, and their integrators.

@@ -47,6 +47,8 @@
 // Ahead. Neighbouring steps overlap as far as the processor looks ahead, which is less than a sample of the base rate.
 // So the next sample is interpolated and conditioned between the steps of the present one.
 //
+// Between blocks the states stay as they are here: begin() brings them from QuilvaneOTA's form, end() back to it.
+//
 // The mix is linear in the chain's output, the conditioned and the raw input.
 
 namespace quilvane
