@@ -120,19 +120,19 @@ void FastNetwork<Network>::process (Sides sides, const float* hz, double* sample
     }
 
     const auto numSides = sides.count(), count = static_cast<size_t> (numSamples) * numSides;
-    alignas (32) std::array<double, size_t { Kernels::maximumSides } * maximumSamples> warped;
+    alignas (32) double warped[Kernels::maximumSides * maximumSamples];
 
     if (isWarpFast)
-        kernels.warp (hz, TPTOnePole::twoPi * allpass.halfPeriod, allpass.twoOverPeriod * allpass.halfPeriod,
-                      warped.data(), (count + 3) / 4 * 4);
+        kernels.warp (hz, TPTOnePole::twoPi * allpass.halfPeriod, allpass.twoOverPeriod * allpass.halfPeriod, warped,
+                      (count + 3) / 4 * 4);
     else
     {
-        auto* const end = std::transform (hz, hz + count, warped.begin(),
+        auto* const end = std::transform (hz, hz + count, warped,
                                           [this] (float f) { return allpass.warp (static_cast<double> (f)); });
         std::fill_n (end, (4 - count % 4) % 4, 0.0);
     }
 
-    functions->run (state, warped.data(), samples, numSamples);
+    functions->run (state, warped, samples, numSamples);
 
     for (size_t i = 0; i < numSides; ++i)
     {

@@ -9,13 +9,14 @@
 namespace quilvane
 {
 
-/** The networks of both sides, and their fast form, which runs one of them or both over some samples at once: the same as
+/** The networks of both sides, and their fast form, which runs one of them or both over some samples at once: the same
+    as
 
         network.setFrequency (hz);
         network.smooth();
         sample = network.processBaseRate (sample);
 
-    for each sample, to within the rounding of double (some 1e-13 of full scale, and 1e-12 at the highest rates).
+    for each sample, to within the rounding of double (some 1e-13 of full scale).
 
     While the same sides are run, their states stay in the form that the kernels take. Whoever asks for a network gets
     it with its state put back, so that either form can go on from where the other stopped.
@@ -42,7 +43,7 @@ public:
         return networks[side];
     }
 
-    /** Hands both networks to a function, which may do the same. */
+    /** Hands both networks to a function, which may read, change and run them. */
     template <typename Function>
     void forEach (Function&& function)
     {
@@ -52,7 +53,7 @@ public:
             function (network);
     }
 
-    /** Runs one side or both.
+    /** Runs one side or both, at least one.
         @param hz the all-passes' frequencies, of these sides, left and right in turn; read up to the next multiple of
             four values
         @param samples the sound, in the same order, in place
@@ -76,7 +77,7 @@ private:
     std::array<Network, Kernels::maximumSides> networks;
 
     Sides held; // of these sides the state is here
-    Kernels::Network state;
+    Kernels::Network state {};
     const Kernels::NetworkFunctions* functions = nullptr;
     TPTOnePole allpass;
     bool isWarpFast = false;

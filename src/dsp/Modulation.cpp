@@ -23,8 +23,6 @@ constexpr std::array<Waveform, 7> waveforms { Waveform::sine,         Waveform::
 constexpr std::array<NoteValue::Scale, 3> noteScales { NoteValue::Scale::triplet, NoteValue::Scale::dotted,
                                                        NoteValue::Scale::full };
 
-constexpr double pi = 3.141592653589793;
-
 // Where the parameter's index of a note rate starts in the table of note lengths.
 constexpr int firstNoteRate = 1;
 
@@ -176,18 +174,14 @@ Modulation::Movers& Modulation::change() noexcept
 void Modulation::moveAll (int numSamples) noexcept
 {
     movers.values.advance (course.values, numSamples);
-
-    std::array<std::array<float, maximumRun>, 1> stereoPhases;
-    movers.stereoPhase.advance (stereoPhases, numSamples);
-
-    std::array<double, maximumRun> offsets;
+    movers.stereoPhase.advance (course.stereoPhase, numSamples);
 
     for (size_t i = 0; i < static_cast<size_t> (numSamples); ++i)
-        offsets[i] = static_cast<double> (stereoPhases[0][i]) * pi;
+        course.rightOffsets[i] = static_cast<double> (course.stereoPhase[0][i]) * shapes::pi;
 
     const auto pairOf = [] (std::array<QuilvaneLFO, 2>& lfos) { return FastOscillators::Pair { &lfos[0], &lfos[1] }; };
-    FastOscillators::process (kernels, pairOf (movers.lfo1), pairOf (movers.lfo2), offsets.data(), course.lfo1,
-                              course.lfo2, numSamples);
+    FastOscillators::process (kernels, pairOf (movers.lfo1), pairOf (movers.lfo2), course.rightOffsets.data(),
+                              course.lfo1, course.lfo2, numSamples);
 }
 
 void Modulation::workOutFrequencies() noexcept

@@ -20,7 +20,8 @@ class Parameter;
 
     Where the calls ask for less than a run, several of them are worked out at once, ahead of the sound: in a run the
     samples' operations overlap, while one sample alone waits for each of its own. Whatever changes the course takes
-    back first what hasn't been used; so the values are the same to the bit as without.
+    back first what hasn't been used, and moves again, at most a run, to where the sound is; so the values are the same
+    to the bit as without (in threads of one floating-point mode).
 
     Driven by QuilvaneCore under its lock. Nothing here allocates, waits or throws.
 */
@@ -92,9 +93,9 @@ private:
 
     struct States
     {
-        SmoothedValues<numValues>::State values;
-        SmoothedValues<1>::State stereoPhase;
-        std::array<QuilvaneLFO::State, 4> lfos;
+        SmoothedValues<numValues>::State values {};
+        SmoothedValues<1>::State stereoPhase {};
+        std::array<QuilvaneLFO::State, 4> lfos {};
     };
 
     /** A course of values, worked out at once. */
@@ -102,9 +103,11 @@ private:
     {
         int size = 0, used = 0;
         Sides sides;
-        States before {}; // if there are more samples than the first call wanted
+        States before; // if there are more samples than the first call wanted
 
         std::array<std::array<float, maximumRun>, numValues> values {};
+        std::array<std::array<float, maximumRun>, 1> stereoPhase {};
+        std::array<double, maximumRun> rightOffsets {}; // radians
         FastOscillators::Pairs<float> lfo1 {}, lfo2 {}; // unipolar
         alignas (32) std::array<float, std::tuple_size_v<FastOscillators::Pairs<float>> + 4> hz {};
     };

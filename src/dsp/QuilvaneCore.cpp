@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 #include "dsp/QuilvaneParameterIds.h"
 #include "parameters/Parameter.h"
@@ -151,19 +150,19 @@ void QuilvaneCore::processSides (const Buffers& buffers, Sides sides, const Modu
     const auto [inLeft, inRight] = buffers.in;
     const auto [outLeft, outRight] = buffers.out;
     const auto isBoth = sides.count() == 2;
-    alignas (32) std::array<double, size_t { Kernels::maximumSides } * maximumRun> sound;
+    alignas (32) double sound[Kernels::maximumSides * maximumRun];
 
     // All that is read comes before anything that is written: the buffers may be the same.
     if (isBoth)
         for (size_t i = 0; i < size; ++i)
             Kernels::storePair (&sound[2 * i], static_cast<double> (inLeft[i]), static_cast<double> (inRight[i]));
     else
-        std::copy_n (sides.left ? inLeft : inRight, size, sound.begin());
+        std::copy_n (sides.left ? inLeft : inRight, size, sound);
 
     if (quality == 0)
-        normal.process (sides, run.hz, sound.data(), run.numSamples);
+        normal.process (sides, run.hz, sound, run.numSamples);
     else if (quality == 1)
-        high.process (sides, run.hz, sound.data(), run.numSamples);
+        high.process (sides, run.hz, sound, run.numSamples);
 
     const auto apply = [&] (double value, size_t i) { return static_cast<float> (value) * run.outputGain[i]; };
 

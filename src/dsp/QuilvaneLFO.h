@@ -55,7 +55,7 @@ inline float hyperTriangle (double phase) noexcept
 /** One low-frequency oscillator, free-running or synced to the host's tempo.
 
     Bipolar output, -1 to 1, through a one-pole lag that rounds the steps of the square, the ramps
-    and the random steps. Driven by QuilvaneCore under its lock.
+    and the random steps. Driven by Modulation under the core's lock.
 */
 class QuilvaneLFO
 {

@@ -19,7 +19,7 @@ namespace quilvane
     values that are not finite.
 
     The five fixed sections keep the tuning that they get for the rate at construction, whatever the
-    rate later is: that is the sound. Driven by QuilvaneCore under its lock.
+    rate later is: that is the sound. Driven by FastNetwork under the core's lock.
 
     This is the statement of the network. Blocks of sound are run by FastNetwork, which does the same on the same
     state; the two can take turns at any sample.

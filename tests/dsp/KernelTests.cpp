@@ -121,8 +121,8 @@ TEST_P (FastForms, TheNetworkFollowsItsPlainForm)
             }
         }
 
-        // Wanted is 1e-9. What is found at the highest rates, where the sections' poles lie nearest to 1, is some 1e-12.
-        EXPECT_LT (farthest, 1.0e-11);
+        // Wanted is 1e-9. What is found is below 2e-13, and 3.2e-13 in twenty times as many turns.
+        EXPECT_LT (farthest, 1.0e-12);
         EXPECT_GT (loudest, 0.5);
         EXPECT_EQ (twins.fast->get (0).getFrequency(), (*twins.plain)[0].getFrequency());
     };
@@ -149,7 +149,10 @@ TEST_P (FastForms, ANetworkThatWasNeverTunedFollowsToo)
 
     fast.process ({ true, false }, hz.data(), samples.data(), 3);
 
-    for (size_t i = 0; i < 3; ++i)
+    // The last one by the plain form.
+    samples[3] = Twins<QuilvaneOTA_Normal>::run (fast.get (0), hz[3], source[3]);
+
+    for (size_t i = 0; i < 4; ++i)
         EXPECT_NEAR (samples[i], Twins<QuilvaneOTA_Normal>::run (plain, hz[i], source[i]), 1.0e-12);
 }
 

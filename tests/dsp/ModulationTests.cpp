@@ -110,7 +110,10 @@ TEST (ModulationAhead, IsTheSameToTheBitWhateverHappensBetweenBlocks)
             case 2: twins.forEach ([ppq = 0.37 * upTo (300)] (Modulation& m) { m.setSongPosition (ppq); }); break;
             case 3: twins.forEach ([n = 1 + upTo (63)] (Modulation& m) { m.moveSmoothedValuesAlone (n); }); break;
             case 4: sides = { upTo (3) != 0, upTo (3) != 0 }; break;
-            case 5: twins.forEach ([] (Modulation& m) { m.prepare (true); }); break;
+            case 5:
+                twins.constants.update (upTo (1) == 0 ? 48000.0 : 96000.0);
+                twins.forEach ([] (Modulation& m) { m.prepare (true); });
+                break;
             default: break;
         }
 

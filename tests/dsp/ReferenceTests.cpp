@@ -115,12 +115,17 @@ public:
             auto left = signals::noise (block, static_cast<uint32_t> (start + 1));
             auto right = signals::noise (block, static_cast<uint32_t> (start + 77));
 
-            if (leftFallsSilent && start > numSamples / 8)
-                std::fill (left.begin(), left.end(), 0.0f);
+            for (size_t i = 0; i < block; ++i)
+            {
+                if (start + i <= numSamples / 8 || start + i >= numSamples * 3 / 4 + 5)
+                    continue;
 
-            if (bothFallSilent && start > numSamples / 8 && start < numSamples * 3 / 4)
-                for (auto* side : { &left, &right })
-                    std::fill (side->begin(), side->end(), 1.0e-6f);
+                if (leftFallsSilent)
+                    left[i] = 0.0f;
+
+                if (bothFallSilent)
+                    left[i] = right[i] = 1.0e-6f;
+            }
 
             renderBlock (std::move (left), std::move (right));
         }
@@ -272,13 +277,71 @@ TEST (AgainstTheReference, EveryNoteValueAndScale)
 
 TEST (AgainstTheReference, SidesThatFallSilentAndWake)
 {
-    for (const auto both : { false, true })
+    // Within a block, and with small ones while there are values ahead.
+    for (const auto& [both, blockSize] :
+         { std::pair (false, 512), std::pair (true, 512), std::pair (false, 7), std::pair (true, 7) })
     {
-        Pair pair (44100.0, 512, 3);
+        SCOPED_TRACE (testing::Message() << (both ? "both" : "left") << ", blocks of " << blockSize);
+        Pair pair (44100.0, blockSize, 3);
         makeLively (pair);
         pair.leftFallsSilent = ! both;
         pair.bothFallSilent = both;
         pair.renderNoise (60000 * lengthDivisor);
+    }
+}
+
+TEST (Core, TakesBuffersThatAreTheSame)
+{
+    // Which buffer inLeft, inRight, outLeft and outRight are.
+    struct Arrangement
+    {
+        const char* name;
+        std::array<int, 4> buffers;
+    };
+
+    constexpr Arrangement arrangements[] { { "in place", { 0, 1, 0, 1 } },
+                                           { "swapped", { 0, 1, 1, 0 } },
+                                           { "one input", { 0, 0, 2, 3 } },
+                                           { "one input, in place", { 0, 0, 0, 1 } },
+                                           { "one input, in place on the right", { 0, 0, 1, 0 } } };
+
+    for (const auto& arrangement : arrangements)
+    {
+        SCOPED_TRACE (arrangement.name);
+        const auto& buffers = arrangement.buffers;
+        PluginInTest apart (48000.0, 512), shared (48000.0, 512);
+
+        for (int block = 0; block < 400 / static_cast<int> (lengthDivisor); ++block)
+        {
+            const auto size = static_cast<size_t> (1 + (block * 37) % 400);
+
+            // First one side is silent until its gate closes, then the other.
+            std::array<std::vector<float>, 4> memory;
+
+            for (size_t i = 0; i < memory.size(); ++i)
+                memory[i] = i < 2 && (block / 200 + static_cast<int> (i)) % 2 == 0
+                                ? std::vector<float> (size)
+                                : signals::noise (size, static_cast<uint32_t> (4 * block) + static_cast<uint32_t> (i));
+
+            const auto inLeft = memory[static_cast<size_t> (buffers[0])];
+            const auto inRight = memory[static_cast<size_t> (buffers[1])];
+            std::vector<float> left (size), right (size);
+
+            const auto process = [&] (PluginInTest& plugin, const float* a, const float* b, float* c, float* d)
+            {
+                const juce::ScopedNoDenormals noDenormals;
+                static_cast<Quilvane&> (plugin.processor.getPlugin())
+                    .getCore()
+                    ->processStereo (a, b, c, d, static_cast<int> (size), block % 50 == 49);
+            };
+
+            const auto at = [&] (size_t i) { return memory[static_cast<size_t> (buffers[i])].data(); };
+            process (apart, inLeft.data(), inRight.data(), left.data(), right.data());
+            process (shared, at (0), at (1), at (2), at (3));
+
+            ASSERT_TRUE (std::equal (left.begin(), left.end(), at (2)));
+            ASSERT_TRUE (std::equal (right.begin(), right.end(), at (3)));
+        }
     }
 }
 
