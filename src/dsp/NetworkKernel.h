@@ -412,7 +412,6 @@ private:
             L::join (L::fill (OversampleIIR::HalfBand::coefficientA), L::fill (OversampleIIR::HalfBand::coefficientB));
         alignas (32) double between[2][factor / 2 * Sides];
 
-#pragma GCC unroll 4
         for (int stage = 0; stage < Stages; ++stage)
         {
             auto* const history = network.up + stage * 3 * Sides;
@@ -420,7 +419,6 @@ private:
             auto previous = twice (load (history));
             auto y = loadPair (history + Sides);
 
-#pragma GCC unroll 8
             for (int i = 0; i < 1 << stage; ++i)
             {
                 const auto x = twice (load (source + i * Sides));
@@ -456,7 +454,6 @@ private:
             L::join (L::fill (OversampleIIR::HalfBand::coefficientB), L::fill (OversampleIIR::HalfBand::coefficientA));
         alignas (32) double between[2][factor / 2 * Sides];
 
-#pragma GCC unroll 4
         for (int stage = Stages - 1; stage >= 0; --stage)
         {
             const auto* const source = between[(stage + 1) % 2];
@@ -464,7 +461,6 @@ private:
             auto previous = loadPair (history);
             auto y = loadPair (history + 2 * Sides);
 
-#pragma GCC unroll 8
             for (int i = 0; i < 1 << stage; ++i)
             {
                 const auto x = stage == Stages - 1 ? readPair (i) : loadPair (source + 2 * i * Sides);
