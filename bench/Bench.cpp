@@ -3,6 +3,7 @@
 // What the phaser costs: its core against the plain statement of the network and against a common
 // phaser, on the same noise, in nanoseconds per stereo sample; and what an instance costs to build.
 
+#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
 #include <cstdio>
@@ -291,7 +292,8 @@ void printSizes()
 }
 
 //==============================================================================
-/** Prints as the console does, and keeps the time per item for the ratios. */
+/** Prints as the console does, and keeps the least time per item of all repetitions: what else the machine does only
+    adds to it. */
 class Reporter : public benchmark::ConsoleReporter
 {
 public:
@@ -301,12 +303,13 @@ public:
     {
         for (const auto& run : runs)
         {
-            const auto items = run.counters.find ("items_per_second");
+            if (run.run_type == Run::RT_Aggregate)
+                continue;
 
-            if (items != run.counters.end())
-                nanoseconds[run.benchmark_name()] = 1.0e9 / items->second;
-            else
-                nanoseconds[run.benchmark_name()] = run.GetAdjustedCPUTime();
+            const auto items = run.counters.find ("items_per_second");
+            const auto time = items != run.counters.end() ? 1.0e9 / items->second : run.GetAdjustedCPUTime();
+            auto& least = nanoseconds.try_emplace (run.benchmark_name(), time).first->second;
+            least = std::min (least, time);
         }
 
         ConsoleReporter::ReportRuns (runs);
@@ -328,6 +331,8 @@ public:
         printRatio ("High / Normal", "core, High", "core, Normal");
         printRatio ("one side silent / both active", "core, Normal, right silent", "core, Normal");
         printRatio ("both sides silent / both active", "core, Normal, both silent", "core, Normal");
+        printRatio ("blocks of 1 / of 512", "core, Normal, blocks of/1", "core, Normal");
+        printRatio ("blocks of 4096 / of 32", "core, Normal, blocks of/4096", "core, Normal, blocks of/32");
         printRatio ("whole plug-in / core", "plug-in, Normal", "core, Normal");
     }
 
