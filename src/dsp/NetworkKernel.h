@@ -2,8 +2,8 @@
 
 #pragma once
 
-#include "dsp/OversampleIIR.h"
-#include "dsp/VectorMath.h"
+#include "dsp/HalfBandKernel.h"
+#include "dsp/NetworkTuning.h"
 
 // The network of QuilvaneOTA behind its oversampler, rearranged so that a processor with vectors is busy. It computes
 // the same as QuilvaneOTA::process(), with other roundings: the two differ by some 1e-13 of full scale, up to 16 times
@@ -55,35 +55,6 @@ namespace quilvane
 {
 namespace
 {
-
-/** How one side, or both, lie in vectors. */
-template <int Sides>
-struct Lanes;
-
-template <>
-struct Lanes<2>
-{
-    using V = Double2;
-    using W = Double4;
-
-    static QUILVANE_INLINE V fill (double x) { return V { x, x }; }
-    static QUILVANE_INLINE W join (V lower, V upper) { return __builtin_shufflevector (lower, upper, 0, 1, 2, 3); }
-    static QUILVANE_INLINE V lower (W w) { return __builtin_shufflevector (w, w, 0, 1); }
-    static QUILVANE_INLINE V upper (W w) { return __builtin_shufflevector (w, w, 2, 3); }
-};
-
-// Of V the second lane holds nothing that matters: vectors of two move more easily than single values.
-template <>
-struct Lanes<1>
-{
-    using V = Double2;
-    using W = Double2;
-
-    static QUILVANE_INLINE V fill (double x) { return V { x, x }; }
-    static QUILVANE_INLINE W join (V lower, V upper) { return __builtin_shufflevector (lower, upper, 0, 2); }
-    static QUILVANE_INLINE V lower (W w) { return w; }
-    static QUILVANE_INLINE V upper (W w) { return __builtin_shufflevector (w, w, 1, 1); }
-};
 
 template <int Sides, int Stages, int NumSections>
 class NetworkKernel
@@ -153,8 +124,8 @@ public:
         Input inputs[2];
         const auto last = numSamples - 1;
 
-        kernel.tune (tuning, warped, numSamples);
-        kernel.interpolate (samples, inputs[0].x);
+        Tuner::tune (network, tuning, warped, numSamples);
+        HalfBands::interpolate (network.up, samples, inputs[0].x);
 
         for (int i = 0; i < factor; ++i)
             kernel.condition (inputs[0], i);
@@ -164,17 +135,20 @@ public:
 
         kernel.template process<false> (tuning, last, inputs[last % 2], inputs[0], samples + last * Sides);
         kernel.storeStates();
-        store (network.lastA, load (tuning.a + last * Sides));
-        store (network.lastOnePlusG, 1.0 + load (warped + last * Sides));
+        L::store (network.lastA, L::load (tuning.a + last * Sides));
+        L::store (network.lastOnePlusG, 1.0 + L::load (warped + last * Sides));
     }
 
 private:
     using L = Lanes<Sides>;
     using V = typename L::V;
     using W = typename L::W;
+    using Tuner = NetworkTuner<Sides, NumSections>;
+    using Tuning = typename Tuner::Tuning;
+    using HalfBands = HalfBandKernel<Sides, Stages>;
 
-    static constexpr int M = NumSections / 2;
-    static constexpr int factor = 1 << Stages;
+    static constexpr int M = Tuning::M;
+    static constexpr int factor = HalfBands::factor;
 
     /** What the states are divided by. */
     struct Gains
@@ -190,214 +164,41 @@ private:
         const double inputK, inputScale, loopK, loopScale;
     };
 
-    static QUILVANE_INLINE V load (const double* p)
-    {
-        if constexpr (Sides == 2)
-            return loadVector<V> (p);
-        else
-            return L::fill (*p);
-    }
-
-    static QUILVANE_INLINE void store (double* p, V v)
-    {
-        if constexpr (Sides == 2)
-            storeVector (p, v);
-        else
-            *p = v[0];
-    }
-
-    /** Two values that were stored one by one: a single load would wait until both stores are done. */
-    static QUILVANE_INLINE W loadPair (const double* p) { return L::join (load (p), load (p + Sides)); }
-    static QUILVANE_INLINE W twice (V v) { return L::join (v, v); }
-
     QUILVANE_INLINE explicit NetworkKernel (Kernels::Network& n) :
         network (n),
-        inputGain (load (n.inputGain)),
-        lowGain (load (n.lowGain)),
-        lowGain2 (load (n.lowGain2)),
-        loopKept (load (n.loopKept)),
-        minusLoopAmount (load (n.minusLoopAmount))
+        inputGain (L::load (n.inputGain)),
+        lowGain (L::load (n.lowGain)),
+        lowGain2 (L::load (n.lowGain2)),
+        loopKept (L::load (n.loopKept)),
+        minusLoopAmount (L::load (n.minusLoopAmount))
     {
         for (int k = 0; k < M; ++k)
-            p[k] = L::join (load (n.allpass + k * Sides), load (n.allpass + (k + M) * Sides));
+            p[k] = L::join (L::load (n.allpass + k * Sides), L::load (n.allpass + (k + M) * Sides));
 
-        high1 = load (n.input);
-        high2 = load (n.input + Sides);
-        low = load (n.input + 2 * Sides);
-        loop1 = load (n.loop);
-        loopSum = load (n.loop + Sides);
+        high1 = L::load (n.input);
+        high2 = L::load (n.input + Sides);
+        low = L::load (n.input + 2 * Sides);
+        loop1 = L::load (n.loop);
+        loopSum = L::load (n.loop + Sides);
     }
 
     QUILVANE_INLINE void storeStates()
     {
         for (int k = 0; k < M; ++k)
         {
-            store (network.allpass + k * Sides, L::lower (p[k]));
-            store (network.allpass + (k + M) * Sides, L::upper (p[k]));
+            L::store (network.allpass + k * Sides, L::lower (p[k]));
+            L::store (network.allpass + (k + M) * Sides, L::upper (p[k]));
         }
 
-        store (network.input, high1);
-        store (network.input + Sides, high2);
-        store (network.input + 2 * Sides, low);
-        store (network.loop, loop1);
-        store (network.loop + Sides, loopSum);
+        L::store (network.input, high1);
+        L::store (network.input + Sides, high2);
+        L::store (network.input + 2 * Sides, low);
+        L::store (network.loop, loop1);
+        L::store (network.loop + Sides, loopSum);
     }
 
     //==============================================================================
-    /** What stands still during one sample at the base rate, for each of them; sides in turn. */
-    struct Tuning
-    {
-        static constexpr int size = Kernels::maximumSides * Kernels::maximumSamples;
-
-        alignas (32) double a[size], aM[size], rest[size]; // rest: 1 - a^2
-        alignas (32) double h[M][size];                    // the input's share in P'
-        alignas (32) double rescale[size], move[size];     // q, q (c - a)
-        alignas (32) double estimateOthers[size], estimateLast[size];
-        alignas (32) double loop[size], through[size], loopFirst[size];
-        alignas (32) double fromInput[size], fromLower[size], fromUpper[size];
-        alignas (32) double wet[size], conditioned[size], raw[size];
-    };
-
-    struct Smoothed
-    {
-        alignas (32) double feedbackBefore[Tuning::size], feedback[Tuning::size];
-        alignas (32) double mix[Tuning::size], wetMix[Tuning::size];
-    };
-
-    static QUILVANE_INLINE bool isSame (V a, V b)
-    {
-        const auto differs = a != b;
-        return (differs[0] | differs[1]) == 0;
-    }
-
-    /** The smoothed values' steps.
-        @returns whether all of them stand still: then only the first four of each are written */
-    QUILVANE_INLINE bool smooth (Smoothed& values, int numSamples)
-    {
-        const auto smoothing = L::fill (network.smoothingCoefficient);
-        const auto step = [smoothing] (V value, double target) { return value - (value - target) * smoothing; };
-        auto feedback = load (network.feedback), mix = load (network.mix), wetMix = load (network.wetMix);
-
-        const auto write = [] (double* destination, V v)
-        {
-            for (int i = 0; i < 4; i += Sides)
-                store (destination + i, v);
-        };
-
-        if (isSame (feedback, step (feedback, network.feedbackTarget)) && isSame (mix, step (mix, network.mixTarget))
-            && isSame (wetMix, step (wetMix, network.wetMixTarget)))
-        {
-            write (values.feedbackBefore, feedback);
-            write (values.feedback, feedback);
-            write (values.mix, mix);
-            write (values.wetMix, wetMix);
-            return true;
-        }
-
-        for (int i = 0; i < numSamples; ++i)
-        {
-            const auto at = i * Sides;
-            store (values.feedbackBefore + at, feedback);
-            feedback = step (feedback, network.feedbackTarget);
-            mix = step (mix, network.mixTarget);
-            wetMix = step (wetMix, network.wetMixTarget);
-            store (values.feedback + at, feedback);
-            store (values.mix + at, mix);
-            store (values.wetMix + at, wetMix);
-        }
-
-        // What is read by fours, but belongs to no sample.
-        for (int i = numSamples * Sides; i % 4 != 0; i += Sides)
-            for (auto* unused : { values.feedbackBefore, values.feedback, values.mix, values.wetMix })
-                store (unused + i, V {});
-
-        store (network.feedback, feedback);
-        store (network.mix, mix);
-        store (network.wetMix, wetMix);
-        return false;
-    }
-
-    /** The values of the samples before. */
-    static QUILVANE_INLINE Double4 shift (Double4 before, Double4 now)
-    {
-        if constexpr (Sides == 2)
-            return __builtin_shufflevector (before, now, 2, 3, 4, 5);
-        else
-            return __builtin_shufflevector (before, now, 3, 4, 5, 6);
-    }
-
-    /** All samples' tunings, four values at once. */
-    QUILVANE_INLINE void tune (Tuning& tuning, const double* warped, int numSamples)
-    {
-        Smoothed values; // NOLINT(cppcoreguidelines-pro-type-member-init): filled as far as it is read
-        const auto standStill = smooth (values, numSamples);
-
-        const auto one = Double4 {} + 1.0, two = one + one;
-        const auto spread = [] (V v) { return __builtin_shufflevector (v, v, 0, Sides - 1, 0, Sides - 1); };
-        auto lastA = spread (load (network.lastA)), lastOnePlusG = spread (load (network.lastOnePlusG));
-
-        for (int i = 0; i < numSamples * Sides; i += 4)
-        {
-            const auto readSmoothed = [at = standStill ? 0 : i] (const double* source)
-            { return loadPairs (source + at); };
-            const auto write = [i] (double* destination, Double4 v) { storeVector (destination + i, v); };
-
-            const auto g = loadVector<Double4> (warped + i);
-            const auto onePlusG = one + g, invOnePlusG = one / onePlusG;
-            const auto a = multiplyAdd (invOnePlusG * g, two, -one);
-            const auto before = shift (lastA, a), rescale = shift (lastOnePlusG, onePlusG) * invOnePlusG;
-            lastA = a;
-            lastOnePlusG = onePlusG;
-
-            const auto a2 = a * a, a3 = a2 * a, rest = one - a2;
-            const auto aM = M == 1 ? a : M == 2 ? a2 : M == 3 ? a3 : a2 * a2;
-            const auto ratio = M == 1 ? one : M == 2 ? a : M == 3 ? a2 : a3; // a^(M-1)
-            const auto aN = aM * aM;
-
-            write (tuning.a, a);
-            write (tuning.aM, aM);
-            write (tuning.rest, rest);
-            write (tuning.h[0], rest);
-
-            if constexpr (M > 1)
-                write (tuning.h[1], 2.0 * rest * a);
-
-            if constexpr (M > 2)
-                write (tuning.h[2], 3.0 * rest * a2);
-
-            if constexpr (M > 3)
-                write (tuning.h[3], 4.0 * rest * a3);
-
-            write (tuning.rescale, rescale);
-            write (tuning.move, rescale * (a - before));
-
-            // What is in the loop before its gain is divided by the input's scale.
-            const auto feedback = readSmoothed (values.feedback) * network.invInputScale;
-            const auto estimate = -feedback * rescale;
-            write (tuning.estimateOthers, estimate * (one - a * before));
-            write (tuning.estimateLast, estimate * ratio);
-            write (tuning.fromInput, feedback * (aN * aN - one));
-            write (tuning.fromUpper, feedback * aN);
-            write (tuning.fromLower, feedback * aN * aM);
-
-            const auto loop = network.inputScale / (one - aN * readSmoothed (values.feedbackBefore));
-            write (tuning.loop, loop);
-            write (tuning.through, loop * network.loopThrough);
-            write (tuning.loopFirst, loop * network.loopHighPassGain);
-
-            const auto mix = readSmoothed (values.mix), wet = mix * readSmoothed (values.wetMix);
-            write (tuning.wet, wet);
-            write (tuning.conditioned, (mix - wet) * network.inputScale);
-            write (tuning.raw, one - mix);
-        }
-    }
-
     //==============================================================================
-    static QUILVANE_INLINE W halfBandStep (W coefficient, W x, W previousX, W y)
-    {
-        return multiplyAdd (coefficient, x - y, previousX);
-    }
-
     /** One sample of the base rate at the high rate. */
     struct Input
     {
@@ -405,82 +206,23 @@ private:
         alignas (32) double conditioned[factor * Sides]; // divided by the input's scale
     };
 
-    /** The branches of an interpolator side by side, whose outputs are the even and the odd samples. */
-    QUILVANE_INLINE void interpolate (const double* source, double* interpolated)
-    {
-        const auto coefficients =
-            L::join (L::fill (OversampleIIR::HalfBand::coefficientA), L::fill (OversampleIIR::HalfBand::coefficientB));
-        alignas (32) double between[2][factor / 2 * Sides];
-
-        for (int stage = 0; stage < Stages; ++stage)
-        {
-            auto* const history = network.up + stage * 3 * Sides;
-            auto* const result = stage == Stages - 1 ? interpolated : between[stage % 2];
-            auto previous = twice (load (history));
-            auto y = loadPair (history + Sides);
-
-            for (int i = 0; i < 1 << stage; ++i)
-            {
-                const auto x = twice (load (source + i * Sides));
-                y = halfBandStep (coefficients, x, previous, y);
-                storeVector (result + 2 * i * Sides, y);
-                previous = x;
-            }
-
-            store (history, L::lower (previous));
-            storeVector (history + Sides, y);
-            source = result;
-        }
-    }
-
     /** One step of the input's filters. */
     QUILVANE_INLINE void condition (Input& input, int i)
     {
-        const auto d1 = load (input.x + i * Sides) - high1;
+        const auto d1 = L::load (input.x + i * Sides) - high1;
         high1 = multiplyAdd (inputGain, d1, high1);
         const auto d2 = d1 - high2;
         high2 = multiplyAdd (inputGain, d2, high2);
         const auto d3 = d2 - low;
-        store (input.conditioned + i * Sides, multiplyAdd (lowGain, d3, low));
+        L::store (input.conditioned + i * Sides, multiplyAdd (lowGain, d3, low));
         low = multiplyAdd (lowGain2, d3, low);
-    }
-
-    /** The branches of a decimator side by side, of which each takes one sample of a pair.
-        @param readPair gives the pairs of samples at the high rate */
-    template <typename ReadPair>
-    QUILVANE_INLINE void decimate (ReadPair&& readPair, double* sample)
-    {
-        const auto coefficients =
-            L::join (L::fill (OversampleIIR::HalfBand::coefficientB), L::fill (OversampleIIR::HalfBand::coefficientA));
-        alignas (32) double between[2][factor / 2 * Sides];
-
-        for (int stage = Stages - 1; stage >= 0; --stage)
-        {
-            const auto* const source = between[(stage + 1) % 2];
-            auto* const history = network.down + stage * 4 * Sides;
-            auto previous = loadPair (history);
-            auto y = loadPair (history + 2 * Sides);
-
-            for (int i = 0; i < 1 << stage; ++i)
-            {
-                const auto x = stage == Stages - 1 ? readPair (i) : loadPair (source + 2 * i * Sides);
-                y = halfBandStep (coefficients, x, previous, y);
-                store (between[stage % 2] + i * Sides, L::lower (y) + L::upper (y));
-                previous = x;
-            }
-
-            storeVector (history, previous);
-            storeVector (history + 2 * Sides, y);
-        }
-
-        store (sample, load (between[0]) * (1.0 / factor));
     }
 
     //==============================================================================
     /** The sum of a new sample's first estimate; of the states before retune(). */
     QUILVANE_INLINE V estimateFirst (const Tuning& tuning, size_t at, W a) const
     {
-        auto estimate = twice (load (tuning.estimateLast + at)) * p[M - 1];
+        auto estimate = L::twice (L::load (tuning.estimateLast + at)) * p[M - 1];
 
         if constexpr (M > 1)
         {
@@ -489,10 +231,10 @@ private:
             for (int k = M - 2; --k >= 0;)
                 others = multiplyAdd (a, others, p[k]);
 
-            estimate = multiplyAdd (twice (load (tuning.estimateOthers + at)), others, estimate);
+            estimate = multiplyAdd (L::twice (L::load (tuning.estimateOthers + at)), others, estimate);
         }
 
-        return multiplyAdd (load (tuning.aM + at), L::upper (estimate), L::lower (estimate));
+        return multiplyAdd (L::load (tuning.aM + at), L::upper (estimate), L::lower (estimate));
     }
 
     /** Takes a sample's tuning. */
@@ -531,22 +273,22 @@ private:
     QUILVANE_INLINE void process (const Tuning& tuning, int index, const Input& input, Input& next, double* sample)
     {
         const auto at = static_cast<size_t> (index) * Sides;
-        const auto aM = load (tuning.aM + at), loop = load (tuning.loop + at);
-        const auto through = load (tuning.through + at), loopFirst = load (tuning.loopFirst + at);
-        const auto fromInput = load (tuning.fromInput + at);
-        const auto fromLower = load (tuning.fromLower + at), fromUpper = load (tuning.fromUpper + at);
-        const auto a = twice (load (tuning.a + at)), minusA = -a, rest = twice (load (tuning.rest + at));
+        const auto aM = L::load (tuning.aM + at), loop = L::load (tuning.loop + at);
+        const auto through = L::load (tuning.through + at), loopFirst = L::load (tuning.loopFirst + at);
+        const auto fromInput = L::load (tuning.fromInput + at);
+        const auto fromLower = L::load (tuning.fromLower + at), fromUpper = L::load (tuning.fromUpper + at);
+        const auto a = L::twice (L::load (tuning.a + at)), minusA = -a, rest = L::twice (L::load (tuning.rest + at));
 
         W h[M];
 
         for (int k = 0; k < M; ++k)
-            h[k] = twice (load (tuning.h[k] + at));
+            h[k] = L::twice (L::load (tuning.h[k] + at));
 
         if constexpr (HasNext)
-            interpolate (sample + Sides, next.x);
+            HalfBands::interpolate (network.up, sample + Sides, next.x);
 
-        auto u = load (input.conditioned) + estimateFirst (tuning, at, a);
-        retune (a, twice (load (tuning.rescale + at)), twice (load (tuning.move + at)));
+        auto u = L::load (input.conditioned) + estimateFirst (tuning, at, a);
+        retune (a, L::twice (L::load (tuning.rescale + at)), L::twice (L::load (tuning.move + at)));
 
         alignas (32) double ys[factor * Sides];
 
@@ -559,7 +301,7 @@ private:
 
             const auto lower = L::lower (p[M - 1]), upper = L::upper (p[M - 1]);
             const auto wM = multiplyAdd (aM, w, lower);
-            store (ys + i * Sides, multiplyAdd (aM, wM, upper));
+            L::store (ys + i * Sides, multiplyAdd (aM, wM, upper));
             runSections (L::join (w, wM), minusA, a, rest, h);
 
             if constexpr (HasNext)
@@ -567,23 +309,24 @@ private:
 
             if (i < factor - 1)
             {
-                const auto fed = multiplyAdd (fromLower, lower, load (input.conditioned + (i + 1) * Sides));
+                const auto fed = multiplyAdd (fromLower, lower, L::load (input.conditioned + (i + 1) * Sides));
                 u = multiplyAdd (fromInput, w, multiplyAdd (fromUpper, upper, fed));
             }
         }
 
-        const auto wet = twice (load (tuning.wet + at)), conditioned = twice (load (tuning.conditioned + at));
-        const auto raw = twice (load (tuning.raw + at));
+        const auto wet = L::twice (L::load (tuning.wet + at)),
+                   conditioned = L::twice (L::load (tuning.conditioned + at));
+        const auto raw = L::twice (L::load (tuning.raw + at));
 
         const auto mixPair = [&] (int i)
         {
             const auto pair = 2 * i * Sides;
             const auto dry =
-                multiplyAdd (conditioned, loadPair (input.conditioned + pair), raw * loadVector<W> (input.x + pair));
-            return multiplyAdd (wet, loadPair (ys + pair), dry);
+                multiplyAdd (conditioned, L::loadPair (input.conditioned + pair), raw * loadVector<W> (input.x + pair));
+            return multiplyAdd (wet, L::loadPair (ys + pair), dry);
         };
 
-        decimate (mixPair, sample);
+        HalfBands::decimate (network.down, mixPair, sample);
     }
 
     //==============================================================================
