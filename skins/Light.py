@@ -32,6 +32,7 @@ CELL = 104  # where the second knob of a column begins
 TITLE, LINE, ROW, LABELS = 146, 162, 172, 280
 KNOB = 48
 FADER = 96
+TILE = 16  # so high that all waves have room below their box
 RULER = 98  # the line of the centre frequency
 
 PAPER = 0xF7F6F2
@@ -272,7 +273,14 @@ def wave(ctx, i, x, y, w, h, rgb):
 
 
 def waveforms(number, rgb):
-    """Both what a box of waves shows, and the tiles that it opens; so a corner is the sign that there are more."""
+    """What a box of waves shows, with a corner as the sign that there are more, and the tiles that it opens."""
+
+    def tile(ctx, i):
+        rect(ctx, 0, 0, COLUMN, TILE, WHITE)
+        wave(ctx, i, 11, 4, 22, 8, rgb)
+        text(ctx, WAVES[i], 44, TILE / 2, 12)
+
+    strip(f"wave-tiles-{number}.png", COLUMN, TILE, len(WAVES), tile)
 
     def chosen(ctx, i):
         box(ctx, 0, 0, COLUMN, 32)
@@ -299,11 +307,11 @@ def face(ctx, w, h, pressed, on=False, accent=INK):
     return PAPER if on else INK
 
 
-def button(name, label, w, h=24):
+def button(name, label, w, h=24, frames=2):
     def draw(ctx, i):
-        caps(ctx, label, w / 2, h / 2, face(ctx, w, h, i == 1), 0.5)
+        caps(ctx, label, w / 2, h / 2, face(ctx, w, h, i == 1, i == 2), 0.5)
 
-    strip(name, w, h, 2, draw)
+    strip(name, w, h, frames, draw)
 
 
 def icon_button(name, icon, w=24, h=24):
@@ -519,8 +527,9 @@ def draw_all():
     rocker("rocker.png")
     icon_button("browse.png", list_icon)
     icon_button("options.png", sliders_icon)
-    for label, width in (("SAVE", 48), ("INIT", 40), ("REVERT", 60), ("LEARN", 56)):
+    for label, width in (("SAVE", 48), ("INIT", 40), ("REVERT", 60)):
         button(f"{label.lower()}.png", label, width)
+    button("learn.png", "LEARN", 56, frames=3)
     glyphs("glyphs.png", INK)
     digits("digits.png")
 

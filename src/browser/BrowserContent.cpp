@@ -34,18 +34,27 @@ bool BrowserContent::addSource (ContentSource* source)
     return true;
 }
 
+bool BrowserContent::isAnySelected() const
+{
+    return std::any_of (sources.begin(), sources.end(), [] (const auto* source) { return source->selected; });
+}
+
+void BrowserContent::showSource (ContentSource& source)
+{
+    source.selected = source.selected || isAnySelected();
+}
+
 void BrowserContent::rebuild (ContentSource* only)
 {
     items.clear();
 
-    const auto anySelected =
-        std::any_of (sources.begin(), sources.end(), [] (const auto* source) { return source->selected; });
+    const auto anySelected = isAnySelected();
 
     for (auto* source : sources)
     {
         const auto shown = source->selected || ! anySelected;
 
-        if (shown == source->enabled)
+        if (shown == source->enabled && ! (shown && source->isStale()))
             continue;
 
         source->enabled = shown;
@@ -61,7 +70,7 @@ void BrowserContent::rebuild (ContentSource* only)
 
 void BrowserContent::collect (ContentSource* only)
 {
-    TagSet found;
+    TagMap found;
     items.clear();
 
     for (auto* source : sources)
@@ -75,49 +84,57 @@ void BrowserContent::collect (ContentSource* only)
             items.push_back (item.get());
     }
 
-    tags = inFixedOrder (found);
+    tags = inFixedOrder (found.getAll());
     std::stable_sort (items.begin(), items.end(), comesBefore);
+}
+
+bool BrowserContent::isStale() const
+{
+    return std::any_of (sources.begin(), sources.end(),
+                        [] (const auto* source) { return source->enabled && source->isStale(); });
 }
 
 TagSet BrowserContent::inFixedOrder (const TagSet& set) const
 {
-    TagSet result;
+    const auto& list = set.getCategories();
+    TagMap result;
 
     for (const auto& name : categories)
-        for (const auto& category : set.getCategories())
-            if (category.name == name)
-                for (const auto& tag : category.tags)
-                    result.add (name, tag);
+        for (size_t i = 0; i < list.size(); ++i)
+            if (list[i].name == name)
+                result.merge (set.getSubset (static_cast<int> (i)));
 
     result.merge (set);
-    return result;
+    return result.getAll();
 }
 
 TagSet BrowserContent::getVocabulary() const
 {
-    TagSet all;
+    TagMap all, result;
 
     for (const auto* source : sources)
         all.merge (source->getTags());
 
-    TagSet result;
+    TagSet fixed, sorted;
 
     for (const auto& name : categories)
-        result.addCategory (name);
+        fixed.addCategory (name);
 
-    const auto ordered = inFixedOrder (all);
+    const auto ordered = inFixedOrder (all.getAll());
 
     for (const auto& category : ordered.getCategories())
     {
-        auto sorted = category.tags;
-        sorted.sortNatural();
-        result.addCategory (category.name);
+        auto tagsOfIt = category.tags;
+        tagsOfIt.sortNatural();
+        sorted.appendCategory (category.name);
 
-        for (const auto& tag : sorted)
-            result.add (category.name, tag);
+        for (const auto& tag : tagsOfIt)
+            sorted.appendTag (sorted.getCategories().size() - 1, tag);
     }
 
-    return result;
+    result.merge (fixed);
+    result.merge (sorted);
+    return result.getAll();
 }
 
 void BrowserContent::insert (ContentItem& item)
@@ -139,6 +156,18 @@ ContentItem* BrowserContent::find (const Key& key) const
     return item != nullptr && item->name == key.name && std::find (items.begin(), items.end(), item) != items.end()
                ? item
                : nullptr;
+}
+
+ContentItem* BrowserContent::findNamed (const juce::String& name) const
+{
+    if (auto* item = find ({ currentSource, name }))
+        return item;
+
+    for (auto* source : sources)
+        if (auto* item = find ({ source, name }))
+            return item;
+
+    return nullptr;
 }
 
 } // namespace quilvane

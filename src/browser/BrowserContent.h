@@ -36,10 +36,16 @@ public:
 
     const std::vector<ContentSource*>& getSources() const noexcept { return sources; }
 
-    /** Chooses the sources that are shown (the ticked ones, or all if none is), reads those that come in, and collects
-        items and tags. Items from before are gone after this.
+    /** Chooses the sources that are shown (the ticked ones, or all if none is), reads those that come in or are stale,
+        and collects items and tags. Items from before are gone after this.
         @param only while not null, items of this source alone are collected */
     void rebuild (ContentSource* only);
+
+    /** Has a source shown after the next rebuild(): ticks it if others alone are ticked. */
+    void showSource (ContentSource&);
+
+    /** Whether a source that is shown would be read again by rebuild(). */
+    bool isStale() const;
 
     /** Collects anew without reading a source. */
     void collect (ContentSource* only);
@@ -59,12 +65,16 @@ public:
     /** What is listed under a key; null if it's gone or not shown. */
     ContentItem* find (const Key&) const;
 
+    /** Returns the item of a name, the current source's if there are several; null for none. */
+    ContentItem* findNamed (const juce::String&) const;
+
     static Key keyOf (const ContentItem* item) { return item != nullptr ? Key { item->source, item->name } : Key(); }
 
     /** Where new items go. */
     ContentSource* currentSource = nullptr;
 
 private:
+    bool isAnySelected() const;
     TagSet inFixedOrder (const TagSet&) const;
 
     const juce::StringArray categories;

@@ -2,42 +2,80 @@
 
 #include "browser/CategoriesContainer.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace quilvane
 {
 
-void CategoriesContainer::setColumns (std::vector<std::unique_ptr<CategoryComponent>> newColumns)
+CategoriesContainer::CategoriesContainer (Owner& toAsk, const juce::String& title) : owner (toAsk)
 {
-    columns = std::move (newColumns);
-
-    for (auto& column : columns)
-        addAndMakeVisible (*column);
-
-    resized();
+    places.setInterceptsMouseClicks (false, true);
+    setViewedComponent (&places, false);
+    setScrollBarsShown (false, true);
+    setWantsKeyboardFocus (false);
+    getHorizontalScrollBar().setTitle (title);
 }
 
-int CategoriesContainer::indexOf (const CategoryComponent& wanted) const
+CategoriesContainer::~CategoriesContainer()
 {
-    const auto found =
-        std::find_if (columns.begin(), columns.end(), [&] (const auto& column) { return column.get() == &wanted; });
-    return found != columns.end() ? static_cast<int> (found - columns.begin()) : -1;
+    setViewedComponent (nullptr, false);
+}
+
+void CategoriesContainer::setNumColumns (int number)
+{
+    columns.clear();
+    columns.resize (static_cast<size_t> (number));
+    layOut();
+}
+
+void CategoriesContainer::refresh()
+{
+    for (auto& column : columns)
+        column.isFilled = false;
+
+    update();
+}
+
+void CategoriesContainer::layOut()
+{
+    const auto needsBar = getPreferredWidth() > getWidth();
+    places.setSize (getPreferredWidth(), getHeight() - (needsBar ? getScrollBarThickness() : 0));
+
+    for (auto& column : columns)
+        if (column.component != nullptr)
+            column.component->setSize (column.component->getWidth(), places.getHeight());
+
+    update();
+}
+
+void CategoriesContainer::update()
+{
+    constexpr int margin = 2;
+    const auto area = getViewArea();
+
+    for (auto index = area.getX() / columnWidth; index * columnWidth < area.getRight(); ++index)
+    {
+        if (! juce::isPositiveAndBelow (index, static_cast<int> (columns.size())))
+            break;
+
+        auto& column = columns[static_cast<size_t> (index)];
+
+        if (column.component == nullptr)
+        {
+            column.component = owner.createColumn (index);
+            places.addAndMakeVisible (*column.component);
+            column.component->setBounds (index * columnWidth + margin, 0, columnWidth - 2 * margin, places.getHeight());
+        }
+
+        if (! std::exchange (column.isFilled, true))
+            owner.fillColumn (index, *column.component);
+    }
 }
 
 void CategoriesContainer::resized()
 {
-    constexpr int margin = 2;
-
-    if (columns.empty())
-        return;
-
-    const auto pitch = getWidth() / getNumColumns();
-
-    for (int i = 0; i < getNumColumns(); ++i)
-        getColumn (i).setBounds (margin + i * pitch, 0, pitch - 2 * margin, getHeight());
-
-    auto& last = *columns.back();
-    last.setBounds (last.getBounds().withRight (getWidth() - margin));
+    juce::Viewport::resized();
+    layOut();
 }
 
 } // namespace quilvane

@@ -7,23 +7,53 @@
 namespace quilvane
 {
 
-/** Lays columns out side by side. */
-class CategoriesContainer final : public juce::Component
+/** Columns side by side, scrolled sideways where there are more than fit. A column is made when it's first seen, so
+    that many categories cost no more than a page of them. */
+class CategoriesContainer final : public juce::Viewport
 {
 public:
-    /** Takes other columns, which it owns. */
-    void setColumns (std::vector<std::unique_ptr<CategoryComponent>>);
+    class Owner
+    {
+    public:
+        virtual ~Owner() = default;
 
-    int getNumColumns() const noexcept { return static_cast<int> (columns.size()); }
-    CategoryComponent& getColumn (int index) { return *columns[static_cast<size_t> (index)]; }
+        virtual std::unique_ptr<CategoryComponent> createColumn (int index) = 0;
 
-    /** The position of a column. */
-    int indexOf (const CategoryComponent&) const;
+        /** Gives a column its tags: it's new, or seen for the first time since refresh(). */
+        virtual void fillColumn (int index, CategoryComponent&) = 0;
+    };
+
+    /** @param title what its scroll bar is called */
+    CategoriesContainer (Owner&, const juce::String& title);
+    ~CategoriesContainer() override;
+
+    /** Takes so many new columns in place of those before. */
+    void setNumColumns (int);
+
+    /** Fills those that are seen; the others are when they are. */
+    void refresh();
+
+    /** Returns the width of all columns, in pixels. */
+    int getPreferredWidth() const noexcept { return columnWidth * static_cast<int> (columns.size()); }
 
     void resized() override;
+    void visibleAreaChanged (const juce::Rectangle<int>&) override { update(); }
+
+    static constexpr int columnWidth = 144;
 
 private:
-    std::vector<std::unique_ptr<CategoryComponent>> columns;
+    struct Column
+    {
+        std::unique_ptr<CategoryComponent> component;
+        bool isFilled = false;
+    };
+
+    void layOut();
+    void update();
+
+    Owner& owner;
+    juce::Component places;
+    std::vector<Column> columns;
 };
 
 } // namespace quilvane

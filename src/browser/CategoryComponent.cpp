@@ -12,7 +12,7 @@ namespace quilvane
 namespace
 {
 
-constexpr int viewportTop = 23, itemHeight = 20, itemPitch = 21, itemMargin = 4;
+constexpr int listTop = 23, itemHeight = 20, itemPitch = 21, itemMargin = 4;
 constexpr int arrowSize = 16, addSize = 18, anyAllWidth = 40, anyAllHeight = 14;
 constexpr int markerWidth = 4;
 
@@ -99,22 +99,23 @@ public:
 };
 
 //==============================================================================
-/** One tag. */
+/** A tag that is seen. */
 class CategoryComponent::ItemButton final : public juce::TextButton
 {
 public:
-    ItemButton (CategoryComponent& column, int position) :
-        juce::TextButton (column.items[static_cast<size_t> (position)].tag),
-        owner (column),
-        index (position)
+    explicit ItemButton (CategoryComponent& column) : owner (column) { setMouseClickGrabsKeyboardFocus (false); }
+
+    void showItem (int newIndex)
     {
-        setTitle (getButtonText());
+        index = newIndex;
         refresh();
     }
 
     void refresh()
     {
         const auto& item = getItem();
+        setButtonText (item.tag);
+        setTitle (item.tag);
         const auto isMixed = item.stateCount == 3 && item.state == 1;
         setToggleState (item.state > 0 && ! isMixed, juce::dontSendNotification);
         setDescription (isMixed ? "on some of the selected presets" : item.state > 0 ? "on" : "off");
@@ -166,7 +167,84 @@ private:
     const Item& getItem() const { return owner.items[static_cast<size_t> (index)]; }
 
     CategoryComponent& owner;
-    const int index;
+    int index = 0;
+};
+
+//==============================================================================
+/** The tags of a column. Those that are seen have buttons, so that a thousand cost no more than a page. */
+class CategoryComponent::TagList final : public juce::Viewport
+{
+public:
+    explicit TagList (CategoryComponent& column) : owner (column)
+    {
+        setViewedComponent (&places, false);
+        setScrollBarsShown (true, false);
+    }
+
+    ~TagList() override { setViewedComponent (nullptr, false); }
+
+    /** The column has other tags, or another size. */
+    void layOut()
+    {
+        const auto contentHeight = getNumItems() * itemPitch + itemMargin;
+        const auto needsBar = contentHeight > getHeight();
+        places.setSize (getWidth() - (needsBar ? getScrollBarThickness() : 0), contentHeight);
+
+        // Buttons take turns, so that each stands for the same tag as long as that is seen.
+        for (auto numSeen = static_cast<size_t> (getHeight() / itemPitch) + 2; buttons.size() < numSeen;)
+        {
+            buttons.push_back (std::make_unique<ItemButton> (owner));
+            places.addChildComponent (*buttons.back());
+        }
+
+        update();
+    }
+
+    /** The tags have other states, or others are seen. */
+    void update()
+    {
+        const auto area = getViewArea();
+        const auto first = juce::jmax (0, (area.getY() - itemMargin) / itemPitch);
+        const auto last = juce::jmin (getNumItems(), (area.getBottom() - itemMargin) / itemPitch + 1) - 1;
+        const auto number = static_cast<int> (buttons.size());
+
+        for (int i = 0; i < number; ++i)
+        {
+            auto& button = *buttons[static_cast<size_t> (i)];
+            const auto index = first + (i - first % number + number) % number;
+
+            if (index <= last)
+            {
+                button.setBounds (itemMargin, itemMargin + index * itemPitch, places.getWidth() - 2 * itemMargin,
+                                  itemHeight);
+                button.showItem (index);
+            }
+
+            button.setVisible (index <= last);
+        }
+    }
+
+    void resized() override
+    {
+        juce::Viewport::resized();
+        layOut();
+    }
+
+    void visibleAreaChanged (const juce::Rectangle<int>&) override { update(); }
+
+    void mouseWheelMove (const juce::MouseEvent& e, const juce::MouseWheelDetails& wheel) override
+    {
+        // A list that has come to its end doesn't move the columns.
+        if (! useMouseWheelMoveIfNeeded (e, wheel) && (wheel.deltaX != 0.0f || ! getVerticalScrollBar().isVisible()))
+            juce::Component::mouseWheelMove (e, wheel); // NOLINT(bugprone-parent-virtual-call): the viewport has tried
+    }
+
+private:
+    int getNumItems() const { return static_cast<int> (owner.items.size()); }
+
+    CategoryComponent& owner;
+    juce::Component places;
+    std::vector<std::unique_ptr<ItemButton>> buttons;
 };
 
 //==============================================================================
@@ -175,37 +253,20 @@ CategoryComponent::CategoryComponent (const juce::String& categoryName, Mode its
     category (categoryName),
     mode (itsMode),
     listener (toTell),
-    header (std::make_unique<CategoryButton> (*this, toTell))
+    header (std::make_unique<CategoryButton> (*this, toTell)),
+    list (std::make_unique<TagList> (*this))
 {
     setTitle (category);
-    viewport.setViewedComponent (&content, false);
-    viewport.setScrollBarsShown (true, false);
     addAndMakeVisible (*header);
-    addAndMakeVisible (viewport);
+    addAndMakeVisible (*list);
 }
 
 CategoryComponent::~CategoryComponent() = default;
 
 void CategoryComponent::setItems (std::vector<Item> newItems)
 {
-    const auto isSame = newItems.size() == items.size()
-                        && std::equal (newItems.begin(), newItems.end(), items.begin(),
-                                       [] (const auto& a, const auto& b) { return a.tag == b.tag; });
-
     items = std::move (newItems);
-
-    if (! isSame)
-    {
-        buttons.clear();
-
-        for (int i = 0; i < static_cast<int> (items.size()); ++i)
-            content.addAndMakeVisible (buttons.add (std::make_unique<ItemButton> (*this, i)));
-
-        resized();
-    }
-
-    for (auto* button : buttons)
-        button->refresh();
+    list->layOut();
 }
 
 void CategoryComponent::itemClicked (int index)
@@ -216,7 +277,7 @@ void CategoryComponent::itemClicked (int index)
         return;
 
     item.state = (item.state + 1) % item.stateCount;
-    buttons[index]->refresh();
+    list->update();
     listener.categoryItemClicked (*this, index);
 }
 
@@ -241,15 +302,7 @@ void CategoryComponent::setAddVisible (bool isVisible)
 void CategoryComponent::resized()
 {
     header->setBounds (getLocalBounds().removeFromTop (headerHeight));
-    viewport.setBounds (getLocalBounds().withTrimmedTop (viewportTop));
-
-    const auto contentHeight = buttons.size() * itemPitch + itemMargin;
-    const auto needsBar = contentHeight > viewport.getHeight();
-    const auto width = viewport.getWidth() - (needsBar ? viewport.getScrollBarThickness() : 0);
-    content.setSize (width, contentHeight);
-
-    for (int i = 0; i < buttons.size(); ++i)
-        buttons[i]->setBounds (itemMargin, itemMargin + i * itemPitch, width - 2 * itemMargin, itemHeight);
+    list->setBounds (getLocalBounds().withTrimmedTop (listTop));
 }
 
 void CategoryComponent::paint (juce::Graphics& g)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
@@ -66,6 +67,7 @@ public:
 private:
     class CategoryButton;
     class ItemButton;
+    class TagList;
 
     void itemClicked (int index);
 
@@ -74,9 +76,7 @@ private:
     Listener& listener;
     std::vector<Item> items;
     std::unique_ptr<CategoryButton> header;
-    juce::Component content;
-    juce::Viewport viewport;
-    juce::OwnedArray<ItemButton> buttons;
+    std::unique_ptr<TagList> list;
 };
 
 } // namespace quilvane

@@ -10,45 +10,39 @@ namespace quilvane
 
 void CategoryFilters::rebuild()
 {
-    std::vector<juce::String> names;
-    const auto& categories = content.getTags().getCategories();
-    const auto isThere = [&] (const juce::String& name)
-    { return std::any_of (categories.begin(), categories.end(), [&] (const auto& c) { return c.name == name; }); };
-
-    for (const auto& filter : filters)
-        if (isThere (filter.category))
-            names.push_back (filter.category);
-
-    for (const auto& category : categories)
-        if (std::find (names.begin(), names.end(), category.name) == names.end())
-            names.push_back (category.name);
-
-    filters.clear();
-
-    for (const auto& name : names)
+    for (auto& filter : filters)
     {
-        CategoryFilter filter;
-        filter.category = name;
-        const auto id = content.getTagMap().getId (name, {});
-        filter.firstTagId = id + 1;
-        filter.lastTagId = id + TagMap::idsPerCategory - 1;
-        filters.push_back (std::move (filter));
+        filter.selected.clear();
+        filter.needsAll = false;
     }
 
-    apply();
+    refresh();
 }
 
-void CategoryFilters::refresh()
+void CategoryFilters::restore (std::vector<CategoryFilter> before)
 {
-    const auto& categories = content.getTags().getCategories();
-    const auto isSame = categories.size() == filters.size()
-                        && std::all_of (categories.begin(), categories.end(),
-                                        [this] (const auto& c) { return find (c.name) != nullptr; });
+    std::set<juce::String> wanted;
+    filters.clear();
 
-    if (isSame)
-        apply();
-    else
-        rebuild();
+    for (const auto& category : content.getTags().getCategories())
+        wanted.insert (category.name);
+
+    for (auto& filter : before)
+        if (wanted.erase (filter.category) != 0)
+            filters.push_back (std::move (filter));
+
+    for (const auto& category : content.getTags().getCategories())
+        if (wanted.erase (category.name) != 0)
+        {
+            CategoryFilter filter;
+            filter.category = category.name;
+            const auto id = content.getTagMap().getId (category.name, {});
+            filter.firstTagId = id + 1;
+            filter.lastTagId = id + TagMap::idsPerCategory - 1;
+            filters.push_back (std::move (filter));
+        }
+
+    apply();
 }
 
 void CategoryFilters::apply()
@@ -56,35 +50,63 @@ void CategoryFilters::apply()
     for (auto* item : content.getItems())
         item->hidden = false;
 
+    auto ids = collectIds();
+
     for (auto& filter : filters)
     {
-        offer (filter);
+        offer (filter, ids);
 
         if (enabled && ! filter.selected.isEmpty())
+        {
             hide (filter);
+            ids = collectIds();
+        }
     }
 }
 
-void CategoryFilters::offer (CategoryFilter& filter) const
+std::vector<int> CategoryFilters::collectIds() const
 {
-    std::set<int> ids;
+    std::vector<bool> isThere;
 
     for (const auto* item : content.getItems())
         if (! item->hidden)
             for (const auto id : item->tagIds)
-                if (id >= filter.firstTagId && id <= filter.lastTagId)
-                    ids.insert (id);
+            {
+                if (static_cast<size_t> (id) >= isThere.size())
+                    isThere.resize (static_cast<size_t> (id) + 1);
 
-    filter.available.clear();
+                isThere[static_cast<size_t> (id)] = true;
+            }
 
-    for (const auto id : ids)
-        filter.available.add (content.getTagMap().getNames (id).tag);
+    std::vector<int> ids;
 
-    filter.available.sortNatural();
+    for (size_t id = 0; id < isThere.size(); ++id)
+        if (isThere[id])
+            ids.push_back (static_cast<int> (id));
+
+    return ids;
+}
+
+void CategoryFilters::offer (CategoryFilter& filter, const std::vector<int>& ids) const
+{
+    filter.available.assign (std::lower_bound (ids.begin(), ids.end(), filter.firstTagId),
+                             std::upper_bound (ids.begin(), ids.end(), filter.lastTagId));
 
     for (int i = filter.selected.size(); --i >= 0;)
-        if (! filter.available.contains (filter.selected[i]))
+        if (const auto id = content.getTagMap().getId (filter.category, filter.selected[i]);
+            ! std::binary_search (filter.available.begin(), filter.available.end(), id))
             filter.selected.remove (i);
+}
+
+juce::StringArray CategoryFilters::getOffered (const CategoryFilter& filter) const
+{
+    juce::StringArray tags;
+
+    for (const auto id : filter.available)
+        tags.add (content.getTagMap().getNames (id).tag);
+
+    tags.sortNatural();
+    return tags;
 }
 
 void CategoryFilters::hide (const CategoryFilter& filter) const

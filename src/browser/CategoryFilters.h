@@ -14,7 +14,7 @@ struct CategoryFilter
 {
     juce::String category;
     int firstTagId = 0, lastTagId = 0; // of the category's tags
-    juce::StringArray available;       // sorted
+    std::vector<int> available;        // the ids of those that are offered, in ascending order
     juce::StringArray selected;
     bool needsAll = false; // an item needs all that are ticked, not just one
 };
@@ -30,13 +30,19 @@ public:
         anything ticked; then applies them. */
     void rebuild();
 
+    /** The same, with what is ticked. */
+    void refresh() { restore (filters); }
+
+    /** Goes back to the order and the ticks that there were, as far as the content has them still. */
+    void restore (std::vector<CategoryFilter>);
+
     /** Sets what is hidden, and what each category offers. A ticked tag that isn't offered any more is unticked. */
     void apply();
 
     const std::vector<CategoryFilter>& getFilters() const noexcept { return filters; }
 
-    /** Keeps what is ticked if the content has the same categories, and else is rebuild(). */
-    void refresh();
+    /** The tags that a filter offers, sorted. */
+    juce::StringArray getOffered (const CategoryFilter&) const;
 
     // Each applies all anew. A category that there isn't any more is passed over.
     void setSelected (const juce::String& category, const juce::String& tag, bool isSelected);
@@ -50,7 +56,10 @@ public:
 
 private:
     CategoryFilter* find (const juce::String& category);
-    void offer (CategoryFilter&) const;
+    /** Returns the ids of the tags of all items that aren't hidden, in ascending order. */
+    std::vector<int> collectIds() const;
+
+    void offer (CategoryFilter&, const std::vector<int>& ids) const;
     void hide (const CategoryFilter&) const;
 
     const BrowserContent& content;

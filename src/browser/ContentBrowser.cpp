@@ -14,8 +14,8 @@ namespace
 {
 
 constexpr int buttonHeight = 20, bottomRow = 25, belowPanels = 35, leftMargin = 5, spacing = 6;
+constexpr int leastResults = 160, shareOfResults = 3; // a column, and one part in so many of the window
 constexpr int nameWidth = 300, longestName = 150;
-constexpr const char* newName = "New Preset";
 
 } // namespace
 
@@ -50,7 +50,7 @@ ContentBrowser::ContentBrowser (BasePlugin& owner, const juce::String& windowTit
     leftRow (ComponentRow::Direction::horizontal, ComponentRow::Alignment::start, spacing),
     browseRow (ComponentRow::Direction::horizontal, ComponentRow::Alignment::start, spacing),
     saveRow (ComponentRow::Direction::horizontal, ComponentRow::Alignment::start, spacing),
-    importer (*this, static_cast<PackageImportExport::Listener&> (*this))
+    importer (*this, task, static_cast<PackageImportExport::Listener&> (*this))
 {
     escapeCloses = false; // it's told from the close button below
 
@@ -67,7 +67,12 @@ ContentBrowser::ContentBrowser (BasePlugin& owner, const juce::String& windowTit
     for (auto* button :
          std::initializer_list<juce::Button*> { &okButton, &cancelButton, &saveButton, &saveCancelButton, &editButton,
                                                 &deleteButton, &exportButton, &importButton })
+    {
         button->addListener (this);
+        button->setMouseClickGrabsKeyboardFocus (false);
+    }
+
+    stopButton.setMouseClickGrabsKeyboardFocus (false);
 
     editButton.setClickingTogglesState (true);
     editButton.setTooltip ("Rename, tag, delete, import and export your presets");
@@ -93,6 +98,8 @@ ContentBrowser::ContentBrowser (BasePlugin& owner, const juce::String& windowTit
     for (auto* panel : std::initializer_list<juce::Component*> { &sources, &filters, &results, &leftRow })
         addAndMakeVisible (panel);
 
+    stopButton.onClick = [this] { task.stop(); };
+    addChildComponent (stopButton);
     addChildComponent (browseRow);
     addChildComponent (saveRow);
     updateLayout();
@@ -151,8 +158,8 @@ void ContentBrowser::updateEditMode (const TagSet& tagsToSave)
     {
         tagEditor = std::make_unique<ContentTagEditor> (
             content, isSaving ? ContentTagEditor::Purpose::saveAs : ContentTagEditor::Purpose::edit, false, tagsToSave,
-            [this] { updateLayout(); });
-        addAndMakeVisible (*tagEditor);
+            [this] (std::vector<ContentTagEditor::Change> changes) { assignTags (std::move (changes)); });
+        addChildComponent (*tagEditor);
     }
 
     sources.updateButtons (wantsEditor ? content.currentSource : nullptr);
@@ -164,102 +171,18 @@ void ContentBrowser::setEditMode (bool shouldEdit)
     if (mode != Mode::browse)
         return;
 
+    const auto wasEditing = tagEditor != nullptr;
     editButton.setToggleState (shouldEdit, juce::dontSendNotification);
-    updateEditMode();
-    rebuild (Reading::nothing);
-}
 
-//==============================================================================
-void ContentBrowser::openAt (juce::Component& editor)
-{
-    editor.addChildComponent (this);
-    showModal (Placement::atPosition, getPosition());
-}
-
-void ContentBrowser::openBrowse (juce::Component& editor)
-{
-    const auto wasSaving = mode == Mode::saveAs;
-    setTitle (browserTitle);
-    returnItem = BrowserContent::keyOf (results.getList().getCurrentItem());
-    mode = Mode::browse;
-
-    if (wasSaving)
-        rebuild (Reading::whatComesIn);
+    if (shouldEdit && ! wasEditing)
+        stateBeforeEditing = filters.getState();
 
     updateEditMode();
-    openAt (editor);
-    results.setMultiSelect (true);
-    results.flush();
-    selectionChanged();
+    rebuild (Reading::nothing, Ticks::kept);
 
-    if (isShowing())
-        results.grabKeyboardFocus();
-
-    listener.browserOpened (*this);
-}
-
-void ContentBrowser::openSaveAs (juce::Component& editor)
-{
-    auto* source = content.currentSource;
-
-    if (source == nullptr || ! source->canSave() || mode == Mode::saveAs)
-        return;
-
-    setTitle (browserTitle + " - Save As");
-    mode = Mode::saveAs;
-    results.flush();
-
-    const auto* current = results.getList().getCurrentItem();
-    const auto tags = current != nullptr ? current->tags : TagSet();
-    returnItem = BrowserContent::keyOf (current);
-    nameEditor.setText (current != nullptr ? current->name : juce::String (newName), false);
-
-    // All of the user's items, whatever is filtered.
-    releaseItems();
-    source->enabled = true;
-    source->reload();
-    content.collect (source);
-    results.setMultiSelect (false);
-    results.show (content.getItems());
-    results.selectItem (content.find (returnItem), false);
-    updateEditMode (tags);
-    openAt (editor);
-
-    if (isShowing())
-        nameEditor.grabKeyboardFocus();
-
-    listener.browserOpened (*this);
-}
-
-void ContentBrowser::close (bool confirmed)
-{
-    alert.reset();
-    chooser.reset();
-    importer.stop();
-    results.cancelRenaming();
-
-    const auto previousMode = std::exchange (mode, Mode::browse);
-    updateEditMode();
-
-    if (previousMode == Mode::saveAs)
-    {
-        setTitle (browserTitle);
-        results.setMultiSelect (true);
-        rebuild (Reading::whatComesIn, confirmed ? Ticks::discarded : Ticks::kept);
-    }
-
-    results.flush();
-
-    if (! confirmed)
-        results.selectItem (content.find (returnItem), false);
-
-    hideModal();
-    listener.browserClosed (*this, previousMode, confirmed);
-}
-
-void ContentBrowser::dismiss()
-{
-    close (mode == Mode::browse);
+    // The user's presets alone may have lacked what was ticked.
+    if (wasEditing && ! shouldEdit)
+        filters.restore (std::exchange (stateBeforeEditing, {}));
 }
 
 //==============================================================================
@@ -268,13 +191,13 @@ void ContentBrowser::updateLayout()
     const auto isBrowsing = mode == Mode::browse;
     const auto hasSource = content.currentSource != nullptr && content.currentSource->enabled;
     const auto hasSelection = results.getList().getNumSelected() > 0;
-    const auto isBusy = importer.isImporting();
+    const auto isBusy = task.isRunning();
 
     browseRow.setVisible (isBrowsing);
     saveRow.setVisible (! isBrowsing);
     saveButton.setEnabled (nameEditor.getText().trim().isNotEmpty());
 
-    editButton.setVisible (isBrowsing && hasSource && ! resultsExpanded);
+    editButton.setVisible (isEditing() || (isBrowsing && hasSource && ! resultsExpanded));
     editButton.setEnabled (! isBusy);
     importButton.setVisible (isEditing());
     importButton.setEnabled (! isBusy);
@@ -283,6 +206,18 @@ void ContentBrowser::updateLayout()
         button->setVisible (isEditing() && hasSelection && ! isBusy);
 
     filters.setVisible (tagEditor == nullptr && ! resultsExpanded);
+
+    if (tagEditor != nullptr)
+    {
+        tagEditor->setVisible (! resultsExpanded);
+        tagEditor->setEnabled (! isBusy);
+    }
+
+    for (auto* panel : std::initializer_list<juce::Component*> { &sources, &filters, &results })
+        panel->setEnabled (! isBusy);
+
+    stopButton.setVisible (isBusy);
+
     resized();
 }
 
@@ -294,24 +229,27 @@ void ContentBrowser::resized()
     auto panels = area.withTrimmedBottom (belowPanels);
     constexpr int gap = 4;
 
+    // The results keep their room; columns that have none are scrolled to.
+    const auto takeColumns = [&] (juce::Component& columns, int preferredWidth)
+    {
+        const auto room = panels.getWidth() - gap - juce::jmax (leastResults, area.getWidth() / shareOfResults);
+        columns.setBounds (panels.removeFromLeft (juce::jlimit (0, juce::jmax (0, room), preferredWidth)));
+        panels.removeFromLeft (gap);
+    };
+
     sources.setBounds (panels.removeFromLeft (sources.getPreferredWidth()));
     panels.removeFromLeft (gap);
 
-    if (tagEditor != nullptr)
-    {
-        tagEditor->setBounds (panels.removeFromLeft (tagEditor->getPreferredWidth()));
-        panels.removeFromLeft (gap);
-    }
+    if (tagEditor != nullptr && tagEditor->isVisible())
+        takeColumns (*tagEditor, tagEditor->getPreferredWidth());
     else if (filters.isVisible())
-    {
-        filters.setBounds (panels.removeFromLeft (filters.getPreferredWidth()));
-        panels.removeFromLeft (gap);
-    }
+        takeColumns (filters, filters.getPreferredWidth());
 
     results.setBounds (panels);
 
     const auto rowTop = area.getBottom() - bottomRow;
     leftRow.setTopLeftPosition (area.getX() + leftMargin, rowTop);
+    stopButton.setBounds (deleteButton.getBounds() + leftRow.getPosition());
     browseRow.setTopLeftPosition (area.getRight() - browseRow.getWidth(), rowTop);
     saveRow.setTopLeftPosition (area.getRight() - saveRow.getWidth(), rowTop);
 }
@@ -325,17 +263,14 @@ void ContentBrowser::selectionChanged()
     updateLayout();
 }
 
-void ContentBrowser::renameFailed (const ContentItem& item)
-{
-    listener.browserMessage ("'" + item.name + "' couldn't be renamed");
-}
-
 void ContentBrowser::itemClicked (ContentItem& item)
 {
     if (mode == Mode::browse)
     {
         if (! item.source->loadItem (item.name))
             listener.browserMessage ("'" + item.name + "' can't be read");
+
+        loadedName = getLoadedName();
     }
     else
     {
@@ -359,6 +294,9 @@ void ContentBrowser::itemDoubleClicked (ContentItem&)
 
 void ContentBrowser::resultsReturnPressed()
 {
+    if (task.isRunning())
+        return;
+
     if (mode == Mode::browse)
         close (true);
     else
@@ -403,7 +341,7 @@ void ContentBrowser::buttonClicked (juce::Button* button)
 bool ContentBrowser::keyPressed (const juce::KeyPress& key)
 {
     if (key == juce::KeyPress::escapeKey)
-        close (false);
+        task.isRunning() ? task.stop() : close (false);
     else if (key == juce::KeyPress::returnKey)
         resultsReturnPressed();
     else if (key == juce::KeyPress::deleteKey && deleteButton.isVisible())

@@ -9,6 +9,7 @@
 #include "browser/ContentSourcesComponent.h"
 #include "browser/ContentTagEditor.h"
 #include "browser/PackageImportExport.h"
+#include "browser/ReturnKey.h"
 #include "widgets/FileChooserWindow.h"
 
 namespace quilvane
@@ -62,9 +63,11 @@ public:
     void close (bool confirmed);
     Mode getMode() const noexcept { return mode; }
 
-    /** Loads the result after, or before, the current one, shown or not. Nothing in an empty list. */
-    void selectAdjacent (int distance) { results.selectAdjacent (distance); }
-    void clearSelection() { results.selectItem (nullptr, false); }
+    /** Loads the result after, or before, the one that is loaded, shown or not. Nothing in an empty list. */
+    void selectAdjacent (int distance);
+
+    /** Marks no item as loaded. */
+    void clearSelection();
 
     /** The same as a click on "Edit Mode". */
     void setEditMode (bool);
@@ -80,6 +83,8 @@ public:
     bool keyPressed (const juce::KeyPress&) override;
 
 private:
+    static constexpr const char* newName = "New Preset";
+
     void openAt (juce::Component& editor);
     /** Whether sources that weren't shown are read anew. */
     enum class Reading
@@ -95,14 +100,29 @@ private:
         kept,
     };
 
+    juce::String getLoadedName() const;
+
+    /** Makes what is loaded the current item, unless it's been so since it was loaded: a project that is restored
+        brings another preset. */
+    void selectLoaded();
+
     void releaseItems();
     void rebuild (Reading, Ticks = Ticks::discarded);
     void updateEditMode (const TagSet& tagsToSave = {});
     void updateLayout();
+    juce::String getTypedName() const;
     void save();
-    void performSave();
+    void performSave (const juce::String& name);
     void performDelete();
     void deleteSelected();
+    void assignTags (std::vector<ContentTagEditor::Change>);
+
+    /** Does something so many times, as a sliced task.
+        @param verb for the title */
+    void runTask (const juce::String& verb, size_t number, const std::function<void (size_t index)>& doOne,
+                  const std::function<void (bool wasStopped)>& onEnd);
+    void showProgress (const juce::String& verb, int numDone, int number);
+    void taskEnded();
     void chooseExport();
     void chooseImport();
     void exportTo (const juce::File&);
@@ -115,7 +135,7 @@ private:
     void resultsReturnPressed() override;
     void resultsExpandClicked() override;
     void itemRenamed (ContentItem&, const juce::String& oldName) override;
-    void renameFailed (const ContentItem&) override;
+    void resultsMessage (const juce::String& text) override { listener.browserMessage (text); }
     void buttonClicked (juce::Button*) override;
     void alertClosed (K7R::AlertWindow*, int result) override;
     void textEditorTextChanged (juce::TextEditor&) override { updateLayout(); }
@@ -123,7 +143,7 @@ private:
     void textEditorEscapeKeyPressed (juce::TextEditor&) override;
     void itemImported (ContentItem&, bool isNew) override;
     void importProgressed (int numDone, int numEntries) override;
-    void importFinished (int numImported) override;
+    void importFinished (const ImportCounts&, bool wasStopped) override;
 
     BasePlugin& plugin;
     Listener& listener;
@@ -131,7 +151,9 @@ private:
     BrowserContent content;
     Mode mode = Mode::browse;
     bool resultsExpanded = false;
+    juce::String loadedName; // when the current item was last made what is loaded
     BrowserContent::Key returnItem;
+    std::vector<CategoryFilter> stateBeforeEditing; // of the filters
     juce::File importDirectory, exportDirectory;
     std::vector<BrowserContent::Key> imported;
 
@@ -142,19 +164,24 @@ private:
 
     TextButtonWithIcon exportButton, importButton, editButton, deleteButton;
     ComponentRow leftRow, browseRow, saveRow;
+    juce::TextButton stopButton { "Stop" }; // of what is being done to many files
     juce::TextButton okButton { "OK" }, cancelButton { "Cancel" }, saveButton { "Save" }, saveCancelButton { "Cancel" };
     juce::TextEditor nameEditor;
 
     enum class Question
     {
         overwrite,
+        otherName, // than one that leads to another item's file
         deletion,
     };
 
     Question question = Question::overwrite;
+    juce::String itemInQuestion;
     std::unique_ptr<K7R::AlertWindow> alert;
     std::unique_ptr<FileChooserWindow> chooser;
+    SlicedTask task;
     PackageImportExport importer;
+    ReturnKey returnKey { *this, [this] { resultsReturnPressed(); } };
 };
 
 } // namespace quilvane

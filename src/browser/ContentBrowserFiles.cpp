@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// What the browser does to files: save, delete, export and import.
-
-#include <map>
+// What the browser asks before it saves, deletes, exports and imports.
 
 #include "browser/ContentBrowser.h"
 #include "core/BasePlugin.h"
@@ -23,91 +21,110 @@ void ContentBrowser::textEditorEscapeKeyPressed (juce::TextEditor&)
         close (false);
 }
 
-void ContentBrowser::save()
+juce::String ContentBrowser::getTypedName() const
 {
-    auto* source = content.currentSource;
-    const auto name = nameEditor.getText().trim();
+    const auto text = nameEditor.getText();
 
-    if (source == nullptr || ! source->canSave() || name.isEmpty())
-        return;
-
-    // A file counts, too, that came since the folder was read.
-    if (! source->containsItem (name) && ! source->getItemFile (name).existsAsFile())
-        return performSave();
-
-    question = Question::overwrite;
-    alert = K7R::AlertWindow::open (static_cast<K7R::AlertWindow::Caller*> (this), "Overwrite confirmation",
-                                    "Preset already exists.\nDo you want to overwrite it?", K7R::AlertWindow::yesOrNo,
-                                    this);
+    // A name from the list is that one, blanks and all.
+    return content.currentSource->containsItem (text) ? text : text.trim();
 }
 
-void ContentBrowser::performSave()
+void ContentBrowser::save()
+{
+    using Kind = ContentPlacement::Kind;
+
+    const auto* source = content.currentSource;
+
+    if (source == nullptr || ! source->canSave() || nameEditor.getText().trim().isEmpty())
+        return;
+
+    const auto name = getTypedName();
+    const auto target = source->place (name);
+
+    if (target.kind == Kind::free)
+        return performSave (name);
+
+    if (target.kind == Kind::sameItem)
+    {
+        question = Question::overwrite;
+        itemInQuestion = target.name;
+        alert = K7R::AlertWindow::open (static_cast<K7R::AlertWindow::Caller*> (this), "Overwrite confirmation",
+                                        BrowserTexts::askToOverwrite (target.name), K7R::AlertWindow::yesOrNo, this);
+        return;
+    }
+
+    // Nothing is saved to a file that isn't the name's own: another name is proposed.
+    question = Question::otherName;
+    alert = std::make_unique<K7R::InputTextWindow> (
+        static_cast<K7R::AlertWindow::Caller*> (this), "Save under another name",
+        BrowserTexts::refuseName (name, target) + "\nPlease enter another name:", source->uniqueItemName (name));
+    alert->show (*this);
+}
+
+void ContentBrowser::performSave (const juce::String& name)
 {
     auto& source = *content.currentSource;
-    const auto name = nameEditor.getText().trim();
     const auto tags = tagEditor != nullptr ? tagEditor->getTags().withoutEmptyCategories() : TagSet();
 
     results.releaseItems();
     const auto* item = source.saveItem (name, tags);
-    const auto saved = BrowserContent::keyOf (item);
 
-    if (item != nullptr)
-        source.loadItem (item->name);
-    else
+    if (item == nullptr)
+    {
+        // What was typed and ticked stays for another try.
+        results.show (content.getItems());
         listener.browserMessage ("'" + name + "' couldn't be saved");
 
-    close (item != nullptr);
+        if (isShowing())
+            nameEditor.grabKeyboardFocus();
 
-    if (auto* shown = content.find (saved))
-        results.selectItem (shown, false);
+        return;
+    }
+
+    const auto saved = BrowserContent::keyOf (item);
+    source.loadItem (saved.name);
+    content.showSource (source);
+    close (true);
+    results.selectItem (content.find (saved), false);
+
+    if (saved.name != name)
+        listener.browserMessage ("'" + name + "' is saved as '" + saved.name + "'");
 }
 
 void ContentBrowser::deleteSelected()
 {
     question = Question::deletion;
     alert = K7R::AlertWindow::open (static_cast<K7R::AlertWindow::Caller*> (this), "Delete confirmation",
-                                    "Do you want to delete selected files?", K7R::AlertWindow::yesOrNo, this);
+                                    BrowserTexts::askToDelete (results.getList().getSelectedItems()),
+                                    K7R::AlertWindow::yesOrNo, this);
 }
 
 void ContentBrowser::alertClosed (K7R::AlertWindow*, int result)
 {
     const auto answered = std::move (alert);
 
+    if (result == K7R::AlertWindow::ok && question == Question::otherName)
+    {
+        nameEditor.setText (static_cast<const K7R::InputTextWindow&> (*answered).getInput());
+        nameEditor.grabKeyboardFocus();
+        return save();
+    }
+
     if (result != K7R::AlertWindow::yes)
     {
-        if (question == Question::overwrite && isShowing())
+        if (question != Question::deletion && isShowing())
             nameEditor.grabKeyboardFocus();
 
         return;
     }
 
-    if (question == Question::overwrite)
-        return performSave();
+    if (question == Question::deletion)
+        return performDelete();
 
-    performDelete();
-}
-
-void ContentBrowser::performDelete()
-{
-    const auto selected = results.getList().getSelectedItems();
-    std::map<ContentSource*, std::vector<ContentItem*>> bySource;
-
-    for (auto* item : selected)
-        bySource[item->source].push_back (item);
-
-    releaseItems();
-    int numKept = 0;
-
-    for (const auto& [source, items] : bySource)
-        numKept += source->removeItems (items);
-
-    if (numKept > 0)
-        listener.browserMessage (juce::String (numKept) + " of the files couldn't be deleted");
-
-    rebuild (Reading::nothing);
-
-    if (isShowing())
-        results.grabKeyboardFocus();
+    // Only what was named in the question is overwritten.
+    const auto name = getTypedName();
+    const auto isAsAsked = content.currentSource->place (name).name == itemInQuestion;
+    isAsAsked ? performSave (name) : save();
 }
 
 //==============================================================================
@@ -132,64 +149,10 @@ void ContentBrowser::chooseExport()
                             [this] (const juce::File& file) { exportTo (file); });
 }
 
-void ContentBrowser::exportTo (const juce::File& file)
-{
-    exportDirectory = file.getParentDirectory();
-
-    std::vector<ContentItem*> items;
-
-    for (auto* item : results.getList().getSelectedItems())
-        if (item->source == content.currentSource)
-            items.push_back (item);
-
-    listener.browserMessage (PackageImportExport::exportItems (items, file)
-                                 ? "Exported: " + file.getFileName()
-                                 : "'" + file.getFullPathName() + "' couldn't be written");
-}
-
 void ContentBrowser::chooseImport()
 {
     FileChooserWindow::ask (chooser, *this, "Import package", FileChooserWindow::Mode::open, extension, importDirectory,
                             [this] (const juce::File& file) { importFile (file); });
-}
-
-void ContentBrowser::importFile (const juce::File& file)
-{
-    if (content.currentSource == nullptr)
-        return;
-
-    importDirectory = file.getParentDirectory();
-    imported.clear();
-
-    if (! importer.startImport (file, *content.currentSource))
-        return listener.browserMessage ("'" + file.getFileName() + "' is no archive of presets");
-
-    results.selectItem (nullptr, false);
-    updateLayout();
-}
-
-void ContentBrowser::itemImported (ContentItem& item, bool isNew)
-{
-    if (isNew)
-        content.insert (item);
-
-    imported.push_back (BrowserContent::keyOf (&item));
-}
-
-void ContentBrowser::importProgressed (int numDone, int numEntries)
-{
-    setTitle (browserTitle + " - Importing " + juce::String (numDone) + " of " + juce::String (numEntries));
-}
-
-void ContentBrowser::importFinished (int numImported)
-{
-    setTitle (browserTitle);
-    content.currentSource->rebuildTags();
-    rebuild (Reading::nothing);
-    results.flush();
-    results.selectKeys (imported);
-    listener.browserMessage (numImported == 1 ? juce::String ("1 preset imported")
-                                              : juce::String (numImported) + " presets imported");
 }
 
 } // namespace quilvane

@@ -61,9 +61,15 @@ void ContentFilters::refresh()
     changed();
 }
 
-int ContentFilters::getPreferredWidth() const
+void ContentFilters::restore (std::vector<CategoryFilter> state)
 {
-    return columnWidth * static_cast<int> (filters.getFilters().size());
+    filters.restore (std::move (state));
+    changed();
+}
+
+int ContentFilters::getPreferredWidth() const noexcept
+{
+    return CategoriesContainer::columnWidth * static_cast<int> (filters.getFilters().size());
 }
 
 void ContentFilters::changed()
@@ -82,34 +88,43 @@ void ContentFilters::handleAsyncUpdate()
     // Columns of the same categories only take what they offer now, so that a list stays where it's scrolled to.
     if (categories != shownCategories)
     {
-        std::vector<std::unique_ptr<CategoryComponent>> columns;
-
-        for (const auto& category : categories)
-            columns.push_back (std::make_unique<CategoryComponent> (category, CategoryComponent::Mode::filter,
-                                                                    static_cast<CategoryComponent::Listener&> (*this)));
-
         shownCategories = categories;
-        container.setColumns (std::move (columns));
+        container.setNumColumns (categories.size());
     }
 
-    for (int i = 0; i < container.getNumColumns(); ++i)
-    {
-        const auto& filter = filters.getFilters()[static_cast<size_t> (i)];
-        std::vector<CategoryComponent::Item> items;
-
-        for (const auto& tag : filter.available)
-        {
-            const auto state = filter.selected.contains (tag) ? 1 : 0;
-            items.push_back ({ tag, state, 2, state });
-        }
-
-        auto& column = container.getColumn (i);
-        column.setItems (std::move (items));
-        column.setNeedsAll (filter.needsAll);
-        column.setArrows (i > 0, i + 1 < container.getNumColumns());
-    }
-
+    container.refresh();
     clearButton.setVisible (filters.hasSelection());
+}
+
+std::unique_ptr<CategoryComponent> ContentFilters::createColumn (int index)
+{
+    return std::make_unique<CategoryComponent> (shownCategories[index], CategoryComponent::Mode::filter,
+                                                static_cast<CategoryComponent::Listener&> (*this));
+}
+
+void ContentFilters::fillColumn (int index, CategoryComponent& column)
+{
+    const auto& all = filters.getFilters();
+
+    if (index >= static_cast<int> (all.size()))
+        return; // other columns are on their way
+
+    const auto& filter = all[static_cast<size_t> (index)];
+
+    if (filter.category != column.getCategory())
+        return;
+
+    std::vector<CategoryComponent::Item> items;
+
+    for (const auto& tag : filters.getOffered (filter))
+    {
+        const auto state = filter.selected.contains (tag) ? 1 : 0;
+        items.push_back ({ tag, state, 2, state });
+    }
+
+    column.setItems (std::move (items));
+    column.setNeedsAll (filter.needsAll);
+    column.setArrows (index > 0, index + 1 < static_cast<int> (all.size()));
 }
 
 //==============================================================================

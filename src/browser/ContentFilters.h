@@ -12,7 +12,10 @@ namespace quilvane
 {
 
 /** The panel of filters: a column of tags for each category. */
-class ContentFilters final : public juce::Component, private juce::AsyncUpdater, private CategoryComponent::Listener
+class ContentFilters final : public juce::Component,
+                             private juce::AsyncUpdater,
+                             private CategoriesContainer::Owner,
+                             private CategoryComponent::Listener
 {
 public:
     /** @param onChange told after each filtering */
@@ -22,19 +25,23 @@ public:
     /** The content is another one. */
     void rebuild();
 
-    /** The same, and what is ticked stays so while there are the same categories. */
+    /** The same, and what is ticked stays so. */
     void refresh();
 
+    // The ticks and the order of the columns; restore() is a refresh() to an earlier state.
+    std::vector<CategoryFilter> getState() const { return filters.getFilters(); }
+    void restore (std::vector<CategoryFilter>);
+
     /** The columns' width, in pixels. */
-    int getPreferredWidth() const;
+    int getPreferredWidth() const noexcept;
 
     void resized() override;
     void paint (juce::Graphics&) override;
 
-    static constexpr int columnWidth = 144;
-
 private:
     void changed();
+    std::unique_ptr<CategoryComponent> createColumn (int index) override;
+    void fillColumn (int index, CategoryComponent&) override;
     void handleAsyncUpdate() override;
     void categoryItemClicked (CategoryComponent&, int itemIndex) override;
     void categoryAnyAllChanged (CategoryComponent&, bool needsAll) override;
@@ -46,7 +53,7 @@ private:
     juce::DrawableButton clearButton { "Clear", juce::DrawableButton::ImageFitted };
     TextToggleButton onOffButton { "On", "Off" };
     HeaderComponent header { "FILTERS", nullptr, nullptr };
-    CategoriesContainer container;
+    CategoriesContainer container { *this, "Filters" };
     juce::StringArray shownCategories;
 };
 

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "browser/BrowserTexts.h"
 #include "widgets/DefaultLookAndFeel.h"
 #include "widgets/Icons.h"
 
@@ -159,10 +160,17 @@ void ContentResults::select (int index, ResultList::How how, bool notify)
 
 void ContentResults::resultClicked (int index, const juce::ModifierKeys& modifiers)
 {
+    // A name that is being written takes effect, which moves items; the one that was clicked is meant.
+    const auto* clicked = list.getResults()[static_cast<size_t> (index)].item;
+    finishRenaming (Loading::no);
+
+    if (warning != nullptr)
+        return;
+
     if (isShowing())
         grabKeyboardFocus();
 
-    select (index,
+    select (list.indexOf (clicked),
             modifiers.isShiftDown()     ? ResultList::How::range
             : modifiers.isCommandDown() ? ResultList::How::toggle
                                         : ResultList::How::single,
@@ -281,7 +289,7 @@ void ContentResults::cancelRenaming()
 
 void ContentResults::textEditorReturnKeyPressed (juce::TextEditor&)
 {
-    finishRenaming();
+    finishRenaming (Loading::yes);
 
     if (isShowing() && warning == nullptr)
         grabKeyboardFocus();
@@ -295,7 +303,7 @@ void ContentResults::textEditorEscapeKeyPressed (juce::TextEditor&)
         grabKeyboardFocus();
 }
 
-void ContentResults::finishRenaming()
+void ContentResults::finishRenaming (Loading loading)
 {
     if (! nameEditor.isVisible())
         return;
@@ -309,25 +317,37 @@ void ContentResults::finishRenaming()
     if (item == nullptr || text == item->name || newName == item->name || newName.isEmpty())
         return;
 
-    auto& source = *item->source;
-    const auto isTaken = source.containsItem (newName) && ! newName.equalsIgnoreCase (item->name);
+    using Kind = ContentPlacement::Kind;
 
-    if (source.isReadOnly() || isTaken)
-    {
-        refusedItem = key;
-        refusedName = newName;
-        warning = K7R::AlertWindow::open (this, "Rename warning", "Item with this name already exists.",
-                                          K7R::AlertWindow::okOnly, this);
-        return;
-    }
+    auto& source = *item->source;
+    const auto placement = source.place (newName);
+    const auto isOwn = placement.kind == Kind::sameItem && placement.name == item->name; // in another case
+    refusedItem = key;
+    refusedName = newName;
+
+    if (placement.kind != Kind::free && ! isOwn)
+        return refuseName (BrowserTexts::refuseName (newName, placement));
 
     if (! source.renameItem (*item, newName))
-        return listener.renameFailed (*item);
+        return refuseName ("'" + K7R::AlertWindow::shorten (item->name) + "' couldn't be renamed.");
+
+    refusedItem = {};
+
+    if (item->name != newName)
+        listener.resultsMessage ("'" + newName + "' is kept as '" + item->name + "'");
 
     content.remove (*item);
     content.insert (*item);
-    source.loadItem (item->name);
+
+    if (loading == Loading::yes)
+        source.loadItem (item->name);
+
     listener.itemRenamed (*item, key.name);
+}
+
+void ContentResults::refuseName (const juce::String& why)
+{
+    warning = K7R::AlertWindow::open (this, "Rename warning", why, K7R::AlertWindow::okOnly, this);
 }
 
 void ContentResults::alertClosed (K7R::AlertWindow*, int)

@@ -39,8 +39,8 @@ public:
         /** An item has another name now. */
         virtual void itemRenamed (ContentItem&, const juce::String& oldName) = 0;
 
-        /** Its file can't be renamed. */
-        virtual void renameFailed (const ContentItem&) = 0;
+        /** Something for the status bar. */
+        virtual void resultsMessage (const juce::String&) = 0;
     };
 
     ContentResults (BrowserContent&, Listener&);
@@ -95,11 +95,20 @@ private:
     void handleAsyncUpdate() override;
     void textEditorReturnKeyPressed (juce::TextEditor&) override;
     void textEditorEscapeKeyPressed (juce::TextEditor&) override;
-    void textEditorFocusLost (juce::TextEditor&) override { finishRenaming(); }
+    void textEditorFocusLost (juce::TextEditor&) override { finishRenaming (Loading::yes); }
     void alertClosed (K7R::AlertWindow*, int result) override;
     void openRenaming (const juce::String& text);
-    void finishRenaming();
+
+    /** Whether the item is loaded under its new name. */
+    enum class Loading
+    {
+        no,
+        yes,
+    };
+
+    void finishRenaming (Loading);
     void hideRenaming();
+    void refuseName (const juce::String& why);
 
     BrowserContent& content;
     Listener& listener;

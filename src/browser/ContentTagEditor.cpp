@@ -3,7 +3,6 @@
 #include "browser/ContentTagEditor.h"
 
 #include <algorithm>
-#include <set>
 
 #include "widgets/DefaultLookAndFeel.h"
 #include "widgets/Icons.h"
@@ -14,12 +13,12 @@ namespace quilvane
 using State = TagAssignment::State;
 
 ContentTagEditor::ContentTagEditor (BrowserContent& shared, Purpose itsPurpose, bool mayAddTags,
-                                    const TagSet& tagsToBegin, std::function<void()> written) :
+                                    const TagSet& tagsToBegin, std::function<void (std::vector<Change>)> changed) :
     content (shared),
     purpose (itsPurpose),
     canAddTags (mayAddTags),
     initialTags (tagsToBegin),
-    onWritten (std::move (written)),
+    onChange (std::move (changed)),
     header ("EDIT TAGS", nullptr, mayAddTags ? &addCategoryButton : nullptr)
 {
     setTitle ("Edit tags");
@@ -69,11 +68,6 @@ void ContentTagEditor::takeTags()
     triggerAsyncUpdate();
 }
 
-int ContentTagEditor::getPreferredWidth() const
-{
-    return columnWidth * static_cast<int> (shownTags.getCategories().size());
-}
-
 //==============================================================================
 void ContentTagEditor::handleAsyncUpdate()
 {
@@ -83,76 +77,65 @@ void ContentTagEditor::handleAsyncUpdate()
     if (wanted != shownTags)
     {
         shownTags = wanted;
-        std::vector<std::unique_ptr<CategoryComponent>> columns;
-
-        for (const auto& category : shownTags.getCategories())
-        {
-            columns.push_back (std::make_unique<CategoryComponent> (category.name, CategoryComponent::Mode::editor,
-                                                                    static_cast<CategoryComponent::Listener&> (*this)));
-            columns.back()->setAddVisible (canAddTags);
-        }
-
-        container.setColumns (std::move (columns));
+        container.setNumColumns (static_cast<int> (shownTags.getCategories().size()));
 
         if (auto* parent = getParentComponent())
             parent->resized();
     }
 
-    showStates();
+    container.refresh();
 }
 
-void ContentTagEditor::showStates()
+std::unique_ptr<CategoryComponent> ContentTagEditor::createColumn (int index)
+{
+    auto column = std::make_unique<CategoryComponent> (shownTags.getCategories()[static_cast<size_t> (index)].name,
+                                                       CategoryComponent::Mode::editor,
+                                                       static_cast<CategoryComponent::Listener&> (*this));
+    column->setAddVisible (canAddTags);
+    return column;
+}
+
+void ContentTagEditor::fillColumn (int index, CategoryComponent& column)
 {
     const auto isActive = purpose == Purpose::saveAs || ! items.empty();
+    const auto& category = shownTags.getCategories()[static_cast<size_t> (index)];
+    std::vector<CategoryComponent::Item> shown;
 
-    for (int i = 0; i < container.getNumColumns(); ++i)
+    for (const auto& tag : category.tags)
     {
-        const auto& category = shownTags.getCategories()[static_cast<size_t> (i)];
-        std::vector<CategoryComponent::Item> shown;
+        const auto initial = assignment.getInitialState (category.name, tag);
+        const auto isTriple = initial == State::mixed;
+        const auto number = [&] (State state) {
+            return state == State::off ? 0 : state == State::mixed ? 1 : isTriple ? 2 : 1;
+        };
 
-        for (const auto& tag : category.tags)
-        {
-            const auto initial = assignment.getInitialState (category.name, tag);
-            const auto isTriple = initial == State::mixed;
-            const auto number = [&] (State state) {
-                return state == State::off ? 0 : state == State::mixed ? 1 : isTriple ? 2 : 1;
-            };
-
-            shown.push_back ({ tag, isActive ? number (assignment.getState (category.name, tag)) : 0,
-                               ! isActive ? 1
-                               : isTriple ? 3
-                                          : 2,
-                               isActive ? number (initial) : 0 });
-        }
-
-        container.getColumn (i).setItems (std::move (shown));
+        shown.push_back ({ tag, isActive ? number (assignment.getState (category.name, tag)) : 0,
+                           ! isActive ? 1
+                           : isTriple ? 3
+                                      : 2,
+                           isActive ? number (initial) : 0 });
     }
+
+    column.setItems (std::move (shown));
 }
 
 void ContentTagEditor::categoryItemClicked (CategoryComponent& column, int itemIndex)
 {
     assignment.toggle (column.getCategory(), column.getItems()[static_cast<size_t> (itemIndex)].tag);
-    showStates();
+    container.refresh();
     apply();
 }
 
 void ContentTagEditor::apply()
 {
-    std::set<ContentSource*> changedSources;
+    std::vector<Change> changes;
 
     for (size_t i = 0; i < items.size(); ++i)
-    {
-        const auto wanted = assignment.tagsFor (itemTags[i]);
+        if (auto wanted = assignment.tagsFor (itemTags[i]); wanted != items[i]->tags)
+            changes.push_back ({ items[i], std::move (wanted) });
 
-        if (wanted != items[i]->tags && items[i]->source->assignTags (*items[i], wanted))
-            changedSources.insert (items[i]->source);
-    }
-
-    for (auto* source : changedSources)
-        source->rebuildTags();
-
-    if (! changedSources.empty())
-        onWritten();
+    if (! changes.empty())
+        onChange (std::move (changes));
 }
 
 //==============================================================================
@@ -210,9 +193,9 @@ void ContentTagEditor::addTag (const juce::String& category, const juce::String&
     apply();
 
     if (purpose == Purpose::saveAs)
-        initialTags = assignment.getCommonTags();
-
-    takeTags();
+        setTags (assignment.getCommonTags());
+    else
+        triggerAsyncUpdate();
 }
 
 //==============================================================================

@@ -13,10 +13,11 @@
 namespace quilvane
 {
 
-/** Columns of every known tag. A click gives a tag to all selected items, or takes it from them, and writes their
-    files at once; while a new item is to be saved, it's for that one. */
+/** Columns of every known tag. A click gives a tag to all selected items, or takes it from them, and their files
+    are written at once; while a new item is to be saved, it's for that one. */
 class ContentTagEditor final : public juce::Component,
                                private juce::AsyncUpdater,
+                               private CategoriesContainer::Owner,
                                private CategoryComponent::Listener,
                                private K7R::AlertWindow::Caller
 {
@@ -27,11 +28,18 @@ public:
         saveAs, // of one to come
     };
 
+    /** An item, and the tags that it gets. */
+    struct Change
+    {
+        ContentItem* item = nullptr;
+        TagSet tags;
+    };
+
     /** @param canAddTags whether the user may make new tags and categories
         @param initialTags those that are on in saveAs
-        @param onWritten told after items have been written */
+        @param onChange writes what has been changed */
     ContentTagEditor (BrowserContent&, Purpose, bool canAddTags, const TagSet& initialTags,
-                      std::function<void()> onWritten);
+                      std::function<void (std::vector<Change>)> onChange);
     ~ContentTagEditor() override;
 
     /** Shows the tags of these items: soon. */
@@ -43,20 +51,22 @@ public:
     /** The tags for an item to come. */
     const TagSet& getTags() const noexcept { return assignment.getCommonTags(); }
 
+    /** Shows the items' tags as they are now. */
+    void refresh() { takeTags(); }
+
     /** Takes what an item has, for one to come. */
     void setTags (const TagSet&);
 
-    int getPreferredWidth() const;
+    int getPreferredWidth() const noexcept { return container.getPreferredWidth(); }
 
     void resized() override;
     void paint (juce::Graphics&) override;
 
-    static constexpr int columnWidth = 144;
-
 private:
     void takeTags();
     void apply();
-    void showStates();
+    std::unique_ptr<CategoryComponent> createColumn (int index) override;
+    void fillColumn (int index, CategoryComponent&) override;
     void handleAsyncUpdate() override;
     void categoryItemClicked (CategoryComponent&, int itemIndex) override;
     void categoryAddClicked (CategoryComponent&) override;
@@ -75,7 +85,7 @@ private:
     const Purpose purpose;
     const bool canAddTags;
     TagSet initialTags;
-    const std::function<void()> onWritten;
+    const std::function<void (std::vector<Change>)> onChange;
 
     std::vector<ContentItem*> items;
     std::vector<TagSet> itemTags; // as they were at the last reset
@@ -85,7 +95,7 @@ private:
 
     juce::DrawableButton addCategoryButton { "Add category", juce::DrawableButton::ImageFitted };
     HeaderComponent header;
-    CategoriesContainer container;
+    CategoriesContainer container { *this, "Tags" };
 
     Question question = Question::newTag;
     juce::String pendingCategory;

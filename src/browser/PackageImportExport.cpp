@@ -10,9 +10,8 @@ namespace quilvane
 namespace
 {
 
-constexpr ZipBounds bounds { 256LL * 1024 * 1024, 16384, 1024 * 1024, 256LL * 1024 * 1024 };
-constexpr int sliceMs = 12, pauseMs = 1;
-constexpr size_t bufferBytes = 16384;
+constexpr int mostMembersCounted = 1000; // for a question, which has to come at once
+constexpr int highestNumber = 1000;      // behind a name that comes several times
 
 juce::String extensionOf (const juce::String& entryName)
 {
@@ -29,21 +28,17 @@ juce::String stemOf (const juce::String& entryName)
 
 } // namespace
 
-PackageImportExport::PackageImportExport (juce::Component& windowsParent, Listener& toTell) :
+PackageImportExport::PackageImportExport (juce::Component& windowsParent, SlicedTask& sharedTask, Listener& toTell) :
     parent (windowsParent),
+    task (sharedTask),
     listener (toTell)
 {
-}
-
-PackageImportExport::~PackageImportExport()
-{
-    stopTimer();
 }
 
 //==============================================================================
 bool PackageImportExport::startImport (const juce::File& file, ContentSource& into)
 {
-    if (isImporting() || ! file.existsAsFile())
+    if (task.isRunning() || ! isRegularFile (file))
         return false;
 
     auto stream = file.createInputStream();
@@ -57,28 +52,14 @@ bool PackageImportExport::startImport (const juce::File& file, ContentSource& in
         return false;
 
     source = &into;
-    nextEntry = numImported = 0;
+    nextEntry = 0;
+    counts = {};
+    importedNames.clear();
     replaceAll = skipAll = false;
-    startTimer (pauseMs);
+    task.start ({ [this] { return importNext(); },
+                  [this] { listener.importProgressed (nextEntry, archive->getNumEntries()); },
+                  [this] (bool wasStopped) { finish (wasStopped); } });
     return true;
-}
-
-void PackageImportExport::timerCallback()
-{
-    const auto end = juce::Time::getMillisecondCounterHiRes() + sliceMs;
-
-    do
-    {
-        const auto step = importNext();
-
-        if (step == Step::finished)
-            return finish();
-
-        if (step == Step::wait)
-            return stopTimer();
-    } while (juce::Time::getMillisecondCounterHiRes() < end);
-
-    listener.importProgressed (nextEntry, archive->getNumEntries());
 }
 
 PackageImportExport::Step PackageImportExport::importNext()
@@ -95,58 +76,105 @@ PackageImportExport::Step PackageImportExport::importNext()
     entryStream = archive->openEntry (index, bounds.memberBytes);
 
     if (entryStream == nullptr)
-        return Step::next; // damaged, or larger than it may be
+    {
+        ++counts.failed; // damaged, or larger than it may be
+        return Step::next;
+    }
 
-    entryStem = itemName = stemOf (name);
+    entryStem = stemOf (name);
+    itemName = nameFor (entryStem);
     return importEntry();
 }
 
-PackageImportExport::Step PackageImportExport::importEntry()
+juce::String PackageImportExport::nameFor (const juce::String& stem) const
 {
-    // By its file too: different names can stand for one.
-    const auto file = source->getItemFile (itemName);
-    const auto existing = source->containsItem (itemName) || file.existsAsFile();
+    const auto isImported = [this] (const juce::String& name) { return importedNames.count (name.toLowerCase()) != 0; };
+    const auto kept = source->keepableName (stem);
+    auto name = kept;
 
-    if (! existing)
-        addEntry();
-    else if (replaceAll)
-        replaceExisting();
-    else if (! skipAll)
+    // Members whose names meet are different items all the same. The numbers begin anew with each import, so that
+    // they meet the same items when an archive is imported again.
+    for (int number = 1; isImported (name); ++number)
     {
-        dialog = std::make_unique<K7R::ReplaceAlertWindow> (static_cast<K7R::AlertWindow::Caller*> (this),
-                                                            "Import - " + entryStem, itemName,
-                                                            source->uniqueItemName (itemName));
-        dialog->show (parent);
-        return Step::wait;
+        if (number > highestNumber)
+            return source->uniqueItemName (kept);
+
+        name = source->keepableName (kept + " (" + juce::String (number) + ")");
     }
+
+    return name;
+}
+
+PackageImportExport::Step PackageImportExport::importEntry (const juce::String& mayReplace)
+{
+    using Kind = ContentPlacement::Kind;
+
+    const auto placement = source->place (itemName);
+
+    if (placement.kind == Kind::free)
+        take (source->addItemFromStream (*entryStream, itemName), true);
+    else if (placement.kind != Kind::sameItem)
+        ++counts.failed;
+    else if (replaceAll || placement.name == mayReplace)
+    {
+        const auto isNew = ! source->containsItem (itemName);
+        take (source->replaceItemFromStream (itemName, *entryStream), isNew);
+    }
+    else if (skipAll)
+        ++counts.skipped;
+    else
+        return ask (placement.name);
 
     return Step::next;
 }
 
-void PackageImportExport::addEntry()
+void PackageImportExport::take (ContentItem* item, bool isNew)
 {
-    if (auto* item = source->addItemFromStream (*entryStream, itemName))
+    if (item == nullptr)
     {
-        ++numImported;
-        listener.itemImported (*item, true);
+        ++counts.failed;
+        return;
     }
+
+    ++counts.imported;
+    counts.renamed += item->name.equalsIgnoreCase (entryStem) ? 0 : 1;
+    importedNames.insert (item->name.toLowerCase());
+    listener.itemImported (*item, isNew);
 }
 
-void PackageImportExport::replaceExisting()
+PackageImportExport::Step PackageImportExport::ask (const juce::String& takenName)
 {
-    auto* old = source->findItem (itemName);
+    askedName = takenName;
+    dialog = std::make_unique<K7R::ReplaceAlertWindow> (static_cast<K7R::AlertWindow::Caller*> (this),
+                                                        "Import - " + entryStem, askedName, describeOthers(),
+                                                        source->uniqueItemName (itemName));
+    dialog->show (parent);
+    return Step::wait;
+}
 
-    if (old == nullptr)
-        old = source->findItem (source->getItemFile (itemName).getFileNameWithoutExtension());
+juce::String PackageImportExport::describeOthers() const
+{
+    std::set<juce::String> names;
+    int numMembers = 0, numTaken = 0;
 
-    if (old == nullptr)
-        return;
+    for (const auto& item : source->getItems())
+        if (const auto name = item->name.toLowerCase(); importedNames.count (name) == 0)
+            names.insert (name);
 
-    if (auto* item = source->replaceItemFromStream (*old, *entryStream))
+    for (auto index = nextEntry; index < archive->getNumEntries(); ++index)
     {
-        ++numImported;
-        listener.itemImported (*item, false);
+        const auto name = archive->getEntryName (index);
+
+        if (extensionOf (name) != source->getItemExtension())
+            continue;
+
+        if (++numMembers > mostMembersCounted)
+            return "at least " + juce::String (numTaken) + " more";
+
+        numTaken += static_cast<int> (names.count (source->keepableName (stemOf (name)).toLowerCase()));
     }
+
+    return numTaken > 0 ? juce::String (numTaken) + " more" : juce::String();
 }
 
 void PackageImportExport::alertClosed (K7R::AlertWindow*, int result)
@@ -159,72 +187,34 @@ void PackageImportExport::alertClosed (K7R::AlertWindow*, int result)
     switch (result)
     {
         case AlertWindow::replaceAll: replaceAll = true; [[fallthrough]];
-        case AlertWindow::replace: replaceExisting(); break;
-        case AlertWindow::skipAll: skipAll = true; break;
-        case AlertWindow::skip: break;
+        case AlertWindow::replace: step = importEntry (askedName); break;
+        case AlertWindow::skipAll: skipAll = true; [[fallthrough]];
+        case AlertWindow::skip: ++counts.skipped; break;
 
         case AlertWindow::rename:
-            itemName = answered->getNewName();
-            step = importEntry();
+            if (const auto name = source->keepableName (answered->getNewName()); name.isNotEmpty())
+            {
+                itemName = name;
+                step = importEntry();
+            }
+            else
+                step = ask (askedName);
+
             break;
 
-        default: return finish();
+        default: return task.stop();
     }
 
     if (step != Step::wait)
-        startTimer (pauseMs);
+        task.resume();
 }
 
-void PackageImportExport::stop()
+void PackageImportExport::finish (bool wasStopped)
 {
     dialog.reset();
-
-    if (isImporting())
-        finish();
-}
-
-void PackageImportExport::finish()
-{
-    stopTimer();
     archive.reset();
     entryStream.reset();
-    listener.importFinished (numImported);
-}
-
-//==============================================================================
-bool PackageImportExport::exportItems (const std::vector<ContentItem*>& items, const juce::File& target)
-{
-    juce::ZipFile::Builder builder;
-    int numFiles = 0;
-
-    for (const auto* item : items)
-        if (const auto file = item->source->getItemFile (item->name); file.existsAsFile())
-        {
-            builder.addFile (file, 0);
-            ++numFiles;
-        }
-
-    if (numFiles == 0 || target.isDirectory())
-        return false;
-
-    // What stands there goes when the archive is complete.
-    const juce::TemporaryFile temporary (
-        target, target.getSiblingFile ("." + juce::Uuid().toString().substring (0, 16) + ".tmp"));
-
-    {
-        juce::FileOutputStream stream (temporary.getFile(), bufferBytes);
-
-        if (stream.failedToOpen() || ! builder.writeToStream (stream, nullptr))
-            return false;
-
-        stream.flush();
-
-        // A disk that fills up can take a part of the last write without an error.
-        if (stream.getStatus().failed() || temporary.getFile().getSize() != stream.getPosition())
-            return false;
-    }
-
-    return renameFile (temporary.getFile(), target);
+    listener.importFinished (counts, wasStopped);
 }
 
 } // namespace quilvane

@@ -4,8 +4,11 @@
 
 #include <functional>
 #include <memory>
+#include <set>
 
 #include "browser/BrowserContent.h"
+#include "browser/BrowserTexts.h"
+#include "browser/SlicedTask.h"
 #include "content/BoundedZip.h"
 #include "widgets/ReplaceAlertWindow.h"
 
@@ -14,11 +17,11 @@ namespace quilvane
 
 /** Exchanges items with other machines as plain ZIP archives of their files.
 
-    An import goes through the archive member by member, in slices of the message loop's time, and stops at each name
-    that is taken to ask. What can't be read or written is passed over. Nothing but files of the source's own folder,
-    under names that it makes of the members', is ever written.
+    An import goes through the archive member by member, as a sliced task, and stops at each name that is taken to
+    ask. What can't be read or written is skipped and counted. Nothing but files of the source's own folder, under names
+    that it makes of the members', is ever written.
 */
-class PackageImportExport final : private juce::Timer, private K7R::AlertWindow::Caller
+class PackageImportExport final : private K7R::AlertWindow::Caller
 {
 public:
     class Listener
@@ -33,48 +36,46 @@ public:
         virtual void importProgressed (int numDone, int numEntries) = 0;
 
         /** The import is over. The source's tags are to be collected anew. */
-        virtual void importFinished (int numImported) = 0;
+        virtual void importFinished (const ImportCounts&, bool wasStopped) = 0;
     };
 
-    /** @param windowsParent what the questions are shown on */
-    PackageImportExport (juce::Component& windowsParent, Listener&);
-    ~PackageImportExport() override;
+    /** @param windowsParent what the questions are shown on
+        @param sharedTask what does the work; stopping it ends an import before its time, and what has been imported
+                          stays */
+    PackageImportExport (juce::Component& windowsParent, SlicedTask& sharedTask, Listener&);
 
-    /** Begins to import; nothing if the file is no archive that we take, or while one is being imported.
+    /** Begins to import; nothing if the file is no archive that we take, or while the task is busy.
         @returns whether it began */
     bool startImport (const juce::File&, ContentSource& into);
-    bool isImporting() const noexcept { return archive != nullptr; }
 
-    /** Ends an import before its time; what has been imported stays. */
-    void stop();
-
-    /** Writes the files of items into an archive, as a whole or not at all.
-        @returns whether it stands */
-    static bool exportItems (const std::vector<ContentItem*>&, const juce::File&);
+    /** The most that an archive may hold. */
+    static constexpr ZipBounds bounds { 256LL * 1024 * 1024, 16384, 1024 * 1024, 256LL * 1024 * 1024 };
 
 private:
-    enum class Step
-    {
-        next,
-        wait, // for an answer
-        finished,
-    };
+    using Step = SlicedTask::Step;
 
-    void timerCallback() override;
     void alertClosed (K7R::AlertWindow*, int result) override;
     Step importNext();
-    Step importEntry();
-    void replaceExisting();
-    void addEntry();
-    void finish();
+
+    /** @param mayReplace the item that the user has agreed to replace */
+    Step importEntry (const juce::String& mayReplace = {});
+    /** The items behind the present one that stand already, for a question. */
+    juce::String describeOthers() const;
+    Step ask (const juce::String& takenName);
+    juce::String nameFor (const juce::String& stem) const;
+    void take (ContentItem*, bool isNew);
+    void finish (bool wasStopped);
 
     juce::Component& parent;
+    SlicedTask& task;
     Listener& listener;
     ContentSource* source = nullptr;
     std::unique_ptr<BoundedZip> archive;
-    int nextEntry = 0, numImported = 0;
+    int nextEntry = 0;
+    ImportCounts counts;
+    std::set<juce::String> importedNames; // in lower case
     std::unique_ptr<juce::InputStream> entryStream;
-    juce::String entryStem, itemName;
+    juce::String entryStem, itemName, askedName;
     bool replaceAll = false, skipAll = false;
     std::unique_ptr<K7R::ReplaceAlertWindow> dialog;
 };

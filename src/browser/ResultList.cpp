@@ -83,14 +83,12 @@ void ResultList::select (int index, How how)
     if (! juce::isPositiveAndBelow (index, size()))
         return;
 
-    if (! multiSelect)
+    // Without an anchor there's no range yet.
+    if (! multiSelect || (how == How::range && anchor < 0))
         how = How::single;
 
     if (how == How::range)
     {
-        if (anchor < 0)
-            return;
-
         if (rangeEnd < 0)
             untickAll();
         else

@@ -17,7 +17,7 @@ public:
     {
         single, // this one alone
         toggle, // this one more, or less; the last one stays
-        range,  // from the anchor to this one
+        range,  // from the anchor to this one; this one alone if there is no anchor
     };
 
     struct Result

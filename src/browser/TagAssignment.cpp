@@ -25,12 +25,12 @@ void TagAssignment::reset (const std::vector<ContentItem*>& items, const TagSet&
     addTags = {};
     keepTags = {};
 
-    TagSet all;
+    TagMap all;
 
     for (const auto* item : items)
         all.merge (item->tags);
 
-    forEachTag (all,
+    forEachTag (all.getAll(),
                 [&] (const juce::String& category, const juce::String& tag)
                 {
                     const auto isOnAll =
@@ -84,7 +84,8 @@ TagSet TagAssignment::tagsFor (const TagSet& oldTags) const
     forEachTag (oldTags,
                 [&] (const juce::String& category, const juce::String& tag)
                 {
-                    if (keepTags.contains (category, tag))
+                    // Of many items only so many tags are known; the others stay.
+                    if (keepTags.contains (category, tag) || getInitialState (category, tag) == State::off)
                         result.add (category, tag);
                 });
 

@@ -195,6 +195,11 @@ juce::String BoundedZip::getEntryName (int index) const
                                                              : juce::String();
 }
 
+juce::int64 BoundedZip::getEntryBytes (int index) const
+{
+    return juce::isPositiveAndBelow (index, getNumEntries()) ? entries[static_cast<size_t> (index)].bytes : 0;
+}
+
 int BoundedZip::findEntry (const juce::String& name) const
 {
     if (name.isNotEmpty())

@@ -49,6 +49,9 @@ public:
         isn't UTF-8, or has more than maximumZipNameBytes bytes, is given as the empty text. */
     juce::String getEntryName (int index) const;
 
+    /** The size that a member claims to have decompressed; 0 out of range. */
+    juce::int64 getEntryBytes (int index) const;
+
     /** The first member of this name, with regard to case; -1 if there is none or the name is empty. */
     int findEntry (const juce::String& name) const;
 

@@ -29,6 +29,12 @@ bool writeStream (juce::InputStream& stream, const juce::File& file)
                               juce::String::createStringFromData (bytes.getData(), static_cast<int> (bytes.getSize())));
 }
 
+/** A name that no point ends before its time. */
+juce::String withoutPoints (const juce::String& name)
+{
+    return name.trim().trimCharactersAtStart (". ").trimCharactersAtEnd (". ").replaceCharacter ('.', '_');
+}
+
 } // namespace
 
 void ContentSource::reload()
@@ -50,7 +56,7 @@ void ContentSource::rebuildTags()
         tags.merge (item->tags);
 
     if (tagMap != nullptr)
-        tagMap->merge (tags);
+        tagMap->merge (tags.getAll());
 }
 
 void ContentSource::setTagMap (TagMap* map)
@@ -58,7 +64,7 @@ void ContentSource::setTagMap (TagMap* map)
     tagMap = map;
 
     if (tagMap != nullptr)
-        tagMap->merge (tags);
+        tagMap->merge (tags.getAll());
 
     for (const auto& item : items)
         numberTags (*item);
@@ -103,50 +109,114 @@ ContentItem* ContentSource::findItem (const juce::String& itemName) const
     return similar;
 }
 
+//==============================================================================
+juce::String ContentSource::nameInFile (const juce::String& itemName) const
+{
+    const auto file = getItemFile (itemName);
+    return file != juce::File() ? file.getFileNameWithoutExtension() : juce::String();
+}
+
+ContentPlacement ContentSource::place (const juce::String& itemName) const
+{
+    using Kind = ContentPlacement::Kind;
+
+    if (const auto* item = findItem (itemName))
+        return { Kind::sameItem, item->name };
+
+    const auto file = getItemFile (itemName);
+
+    if (file == juce::File() || file.isDirectory())
+        return {};
+
+    // Another program's file may not be listed yet.
+    auto standing = file.getFileNameWithoutExtension();
+    const auto* occupant = findItem (standing);
+
+    if (occupant == nullptr && ! file.exists())
+        return { Kind::free, standing };
+
+    if (occupant != nullptr)
+        standing = occupant->name;
+
+    return { standing.equalsIgnoreCase (itemName) ? Kind::sameItem : Kind::otherItem, standing };
+}
+
+juce::String ContentSource::keepableName (const juce::String& wanted) const
+{
+    return nameInFile (wanted) == wanted ? wanted : nameInFile (withoutPoints (wanted));
+}
+
 juce::String ContentSource::uniqueItemName (const juce::String& wanted) const
 {
-    if (! containsItem (wanted))
+    const auto isFree = [this] (const juce::String& candidate)
+    {
+        const auto placement = place (candidate);
+        return placement.kind == ContentPlacement::Kind::free && placement.name == candidate;
+    };
+
+    if (isFree (wanted))
         return wanted;
 
+    auto kept = nameInFile (withoutPoints (wanted));
+
+    if (kept.isEmpty() || isFree (kept))
+        return kept;
+
+    // A name that is as long as a file's can be gets shorter by what comes behind it.
+    const auto withEnd = [&] (const juce::String& end)
+    {
+        auto start = kept;
+
+        while (start.isNotEmpty() && nameInFile (start + end) != start + end)
+            start = start.dropLastCharacters (1);
+
+        return start + end;
+    };
+
     for (int number = 1; number <= highestNumber; ++number)
-        if (auto candidate = wanted + " (" + juce::String (number) + ")"; ! containsItem (candidate))
+        if (auto candidate = withEnd (" (" + juce::String (number) + ")"); isFree (candidate))
             return candidate;
 
-    return wanted + " - Copy (" + juce::String (juce::Time::currentTimeMillis()) + ")";
+    return withEnd (" - Copy (" + juce::String (juce::Time::currentTimeMillis()) + ")");
 }
 
 ContentItem* ContentSource::addItemFromStream (juce::InputStream& stream, const juce::String& itemName)
 {
-    const auto file = getItemFile (itemName);
+    const auto placement = place (itemName);
 
-    if (file == juce::File() || file.existsAsFile() || containsItem (itemName))
+    if (placement.kind != ContentPlacement::Kind::free || ! writeStream (stream, getItemFile (itemName)))
         return nullptr;
 
-    if (! writeStream (stream, file))
-        return nullptr;
-
-    auto& item = addItem ({ file.getFileNameWithoutExtension(), readItemTags (itemName) });
+    auto& item = addItem ({ placement.name, readItemTags (placement.name) });
     tags.merge (item.tags);
 
     if (tagMap != nullptr)
-        tagMap->merge (tags);
+        tagMap->merge (item.tags);
 
     numberTags (item);
     return &item;
 }
 
-ContentItem* ContentSource::replaceItemFromStream (ContentItem& old, juce::InputStream& stream)
+ContentItem* ContentSource::replaceItemFromStream (const juce::String& itemName, juce::InputStream& stream)
 {
-    if (old.source != this || isReadOnly() || ! writeStream (stream, getItemFile (old.name)))
+    const auto placement = place (itemName);
+
+    if (placement.kind != ContentPlacement::Kind::sameItem || isReadOnly()
+        || ! writeStream (stream, getItemFile (placement.name)))
         return nullptr;
 
-    old.tags = readItemTags (old.name);
+    auto* item = findItem (placement.name);
+
+    if (item == nullptr)
+        item = &addItem ({ placement.name, {} });
+
+    item->tags = readItemTags (placement.name);
 
     if (tagMap != nullptr)
-        tagMap->merge (old.tags);
+        tagMap->merge (item->tags);
 
-    numberTags (old);
-    return &old;
+    numberTags (*item);
+    return item;
 }
 
 ContentItem* ContentSource::saveItem (const juce::String& itemName, const TagSet& itemTags)
@@ -154,7 +224,8 @@ ContentItem* ContentSource::saveItem (const juce::String& itemName, const TagSet
     const auto* old = findItem (itemName);
     const auto oldFile = old != nullptr ? getItemFile (old->name) : juce::File();
 
-    if (! canSave() || ! createItemFile (itemName, itemTags))
+    if (! canSave() || place (itemName).kind == ContentPlacement::Kind::otherItem
+        || ! createItemFile (itemName, itemTags))
         return nullptr;
 
     const auto file = getItemFile (itemName);
@@ -201,23 +272,32 @@ void ContentSource::clear()
     items.clear();
 }
 
-int ContentSource::removeItems (const std::vector<ContentItem*>& unwanted)
+bool ContentSource::deleteFile (const ContentItem& item)
 {
-    std::set<const ContentItem*> gone;
-
-    for (const auto* item : unwanted)
-        if (item->source == this && ! isReadOnly() && deleteItemFile (item->name))
-            gone.insert (item);
-
-    items.erase (std::remove_if (items.begin(), items.end(), [&] (const auto& i) { return gone.count (i.get()) != 0; }),
-                 items.end());
-    rebuildTags();
-    return static_cast<int> (unwanted.size() - gone.size());
+    return item.source == this && ! isReadOnly() && deleteItemFile (item.name);
 }
 
-void ContentSource::sendContentChanged()
+void ContentSource::forgetItems (const std::vector<ContentItem*>& unwanted)
 {
-    listeners.call ([this] (Listener& l) { l.contentChanged (*this); });
+    const std::set<const ContentItem*> gone (unwanted.begin(), unwanted.end());
+    const auto kept =
+        std::remove_if (items.begin(), items.end(), [&] (const auto& i) { return gone.count (i.get()) != 0; });
+
+    // A source that isn't shown has no items, and still knows its tags.
+    if (kept == items.end())
+        return;
+
+    items.erase (kept, items.end());
+    rebuildTags();
+}
+
+bool ContentSource::removeItem (ContentItem& item)
+{
+    if (! deleteFile (item))
+        return false;
+
+    forgetItems ({ &item });
+    return true;
 }
 
 } // namespace quilvane

@@ -9,7 +9,6 @@
 
 #include "content/TagMap.h"
 #include "content/TagSet.h"
-#include "parameters/ListenerArray.h"
 
 namespace quilvane
 {
@@ -26,6 +25,21 @@ struct ContentItem
     bool hidden = false;     // by a filter
 };
 
+/** Where something of a name would be written, and what stands there. Different names can lead to one file. */
+struct ContentPlacement
+{
+    enum class Kind
+    {
+        free,       // nothing stands there
+        sameItem,   // an item of the name, whatever its case, listed or not
+        otherItem,  // an item of another name
+        impossible, // no file can be written there
+    };
+
+    Kind kind = Kind::impossible;
+    juce::String name; // of the item that stands there, or that would; empty if it's impossible
+};
+
 /** A provider of named, tagged items: what a browser shows.
 
     The items are listed once, by reload(), with the tags from their headers, and live in memory.
@@ -37,14 +51,6 @@ struct ContentItem
 class ContentSource
 {
 public:
-    class Listener
-    {
-    public:
-        virtual ~Listener() = default;
-
-        virtual void contentChanged (ContentSource&) = 0;
-    };
-
     explicit ContentSource (const juce::String& sourceName) : name (sourceName) {}
     virtual ~ContentSource() = default;
 
@@ -69,7 +75,7 @@ public:
     virtual bool renameItemFile (const juce::String& /*oldName*/, const juce::String& /*newName*/) { return false; }
     virtual bool writeItemTags (const juce::String&, const TagSet&) { return false; }
 
-    /** Saves what the plug-in plays now as an item's file, over one that exists. */
+    /** Saves what the plug-in plays now as an item's file, over one that exists; what else that knew stays. */
     virtual bool createItemFile (const juce::String&, const TagSet&) { return false; }
 
     //==============================================================================
@@ -79,28 +85,41 @@ public:
     /** Collects the tags anew from the items. */
     void rebuildTags();
 
+    /** Whether what the items are read from is another than at the last reload(). */
+    virtual bool isStale() const { return false; }
+
     const std::vector<std::unique_ptr<ContentItem>>& getItems() const noexcept { return items; }
 
-    /** All tags of the items. */
-    const TagSet& getTags() const noexcept { return tags; }
+    /** All tags of the items, as far as a TagMap has room for them. */
+    const TagSet& getTags() const noexcept { return tags.getAll(); }
 
     /** Compared without regard to case; where there are several, the one of just this name. */
     ContentItem* findItem (const juce::String& itemName) const;
     bool containsItem (const juce::String& itemName) const { return findItem (itemName) != nullptr; }
 
-    /** The name itself if it is free, or else with a number behind it. */
+    /** Tells what a name stands for, before something is written under it. */
+    ContentPlacement place (const juce::String& itemName) const;
+
+    /** Returns the name as a file can keep it, with "_" for the points that would end it; empty for a name of which
+        nothing remains. */
+    juce::String keepableName (const juce::String& wanted) const;
+
+    /** Returns a name that is free and that its file keeps: the name itself if it is so, or else what a file can keep
+        of it, with a number behind it if need be; empty for a name of which nothing remains. */
     juce::String uniqueItemName (const juce::String& wanted) const;
 
-    /** Adds an item from the text of a file; null, with nothing written, if the name is taken, or if it can't
+    /** Adds an item from the text of a file; null, with nothing written, if the name isn't free, or if it can't
         be written. */
     ContentItem* addItemFromStream (juce::InputStream&, const juce::String& itemName);
 
-    /** Writes the text of a file over an item's, and reads its tags anew; it keeps its name. The source's own tags are
-        collected by rebuildTags(), once after all items. Null, with nothing changed, if it can't be written. */
-    ContentItem* replaceItemFromStream (ContentItem&, juce::InputStream&);
+    /** Writes the text of a file over that of the item of a name, and reads its tags anew; it keeps its name, and is
+        listed if it wasn't. The source's own tags are collected by rebuildTags(), once after all items. Null, with
+        nothing changed, if there is no item of the name or it can't be written. */
+    ContentItem* replaceItemFromStream (const juce::String& itemName, juce::InputStream&);
 
     /** Saves what the plug-in plays now under a name, in place of the item of that name, whatever its case. The new
-        file stands before the old one goes; null, with nothing changed, if it can't be written. */
+        file stands before the old one goes; null, with nothing changed, if it can't be written, or if the name leads
+        to another item's file. */
     ContentItem* saveItem (const juce::String& itemName, const TagSet&);
 
     /** Gives an item another name, and its file; false, with nothing changed, if that can't be done. */
@@ -113,19 +132,18 @@ public:
     /** Deletes all items from memory. Their tags are remembered. */
     void clear();
 
-    /** Deletes items with their files; one whose file can't be deleted stays.
-        @returns how many stay */
-    int removeItems (const std::vector<ContentItem*>&);
+    /** Deletes an item's file; the item stays until forgetItems(), once after all files. False if the file can't be
+        deleted. */
+    bool deleteFile (const ContentItem&);
 
-    /** The same for one; false if it stays. */
-    bool removeItem (ContentItem& item) { return removeItems ({ &item }) == 0; }
+    /** Deletes these from memory, as far as they're the source's. */
+    void forgetItems (const std::vector<ContentItem*>&);
+
+    /** Both for one; false if it stays. */
+    bool removeItem (ContentItem&);
 
     /** The map that numbers the tags; null for none. Items that stand are numbered at once. */
     void setTagMap (TagMap*);
-
-    void addListener (Listener* listener) { listeners.add (listener); }
-    void removeListener (Listener* listener) { listeners.remove (listener); }
-    void sendContentChanged();
 
     bool enabled = true;   // its items are loaded
     bool selected = false; // it's ticked in the list of sources
@@ -142,13 +160,13 @@ protected:
 
 private:
     ContentItem& addItem (Listing);
+    juce::String nameInFile (const juce::String& itemName) const;
     void numberTags (ContentItem&) const;
 
     const juce::String name;
     std::vector<std::unique_ptr<ContentItem>> items;
-    TagSet tags;
+    TagMap tags;
     TagMap* tagMap = nullptr;
-    ListenerArray<Listener> listeners;
 };
 
 } // namespace quilvane

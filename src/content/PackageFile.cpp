@@ -131,6 +131,11 @@ std::unique_ptr<juce::InputStream> PackageFile::openEntry (int index) const
     return isOpen() ? inner->openEntry (index, maximumPackageMemberBytes) : nullptr;
 }
 
+bool PackageFile::isEntryTooLarge (int index) const
+{
+    return isOpen() && inner->getEntryBytes (index) > maximumPackageMemberBytes;
+}
+
 juce::String PackageFile::readEntryText (int index) const
 {
     return readText (openEntry (index));

@@ -72,6 +72,9 @@ public:
         @returns null if the entry can't be read, see BoundedZip::openEntry() */
     std::unique_ptr<juce::InputStream> openEntry (int index) const;
 
+    /** Whether an entry doesn't open because it claims more than maximumPackageMemberBytes. */
+    bool isEntryTooLarge (int index) const;
+
     /** An entry's content as text: UTF-8, or what a byte order mark says; "" if it can't be read. */
     juce::String readEntryText (int index) const;
 

@@ -37,6 +37,33 @@ bool isPreset (const juce::XmlElement* xml)
     return xml != nullptr && xml->getTagName().equalsIgnoreCase (presetTag);
 }
 
+/** Copies what an older document has and a newer one hasn't. */
+void keepTheRest (const juce::XmlElement& before, juce::XmlElement& now)
+{
+    for (int i = 0; i < before.getNumAttributes(); ++i)
+    {
+        const auto& attribute = before.getAttributeName (i);
+
+        if (attribute != nameAttribute && attribute != tagsAttribute && ! now.hasAttribute (attribute))
+            now.setAttribute (attribute, before.getAttributeValue (i));
+    }
+
+    std::vector<const juce::XmlElement*> others;
+
+    for (const auto* child : before.getChildIterator())
+        if (! child->hasTagName (parametersTag) && ! child->hasTagName (parameterTag))
+            others.push_back (child);
+
+    // In front, from the last one on: to add one at the end walks over all.
+    auto* values = now.getFirstChildElement();
+    now.removeChildElement (values, false);
+
+    for (auto other = others.rbegin(); other != others.rend(); ++other)
+        now.prependChildElement (new juce::XmlElement (**other));
+
+    now.prependChildElement (values);
+}
+
 } // namespace
 
 void Preset::clearParameters()
@@ -57,12 +84,12 @@ void Preset::addParameter (const Parameter& parameter)
 }
 
 //==============================================================================
-void Preset::readXml (const juce::XmlElement* xml, const ParameterManager& parameters, Extent extent)
+bool Preset::readXml (const juce::XmlElement* xml, const ParameterManager& parameters, Extent extent)
 {
     clearParameters();
 
     if (! isPreset (xml))
-        return;
+        return false;
 
     name = xml->getStringAttribute (nameAttribute);
 
@@ -75,7 +102,7 @@ void Preset::readXml (const juce::XmlElement* xml, const ParameterManager& param
         rating = stars;
 
     if (extent == Extent::header)
-        return;
+        return true;
 
     const auto read = [&] (const juce::XmlElement& row)
     {
@@ -94,6 +121,8 @@ void Preset::readXml (const juce::XmlElement* xml, const ParameterManager& param
         for (const auto* row : xml->getChildWithTagNameIterator (parameterTag))
             read (*row);
     }
+
+    return true;
 }
 
 std::unique_ptr<juce::XmlElement> Preset::createXml (const ParameterManager& parameters, bool includeName) const
@@ -129,18 +158,25 @@ std::unique_ptr<juce::XmlElement> Preset::createXml (const ParameterManager& par
 }
 
 //==============================================================================
-void Preset::loadFromFile (const juce::File& file, const ParameterManager& parameters, Extent extent)
+bool Preset::loadFromFile (const juce::File& file, const ParameterManager& parameters, Extent extent)
 {
     const auto text = readBoundedText (file);
     const auto xml = extent == Extent::header ? parseBoundedXmlHead (text) : parseBoundedXml (text);
-    readXml (xml.get(), parameters, extent);
+    const auto isRead = readXml (xml.get(), parameters, extent);
 
     name = file.getFileNameWithoutExtension();
+    return isRead;
 }
 
-bool Preset::saveToFile (const juce::File& file, const ParameterManager& parameters) const
+bool Preset::saveToFile (const juce::File& file, const ParameterManager& parameters,
+                         const juce::XmlElement* before) const
 {
-    return replaceFileSafely (file, *createXml (parameters, false));
+    const auto xml = createXml (parameters, false);
+
+    if (isPreset (before))
+        keepTheRest (*before, *xml);
+
+    return replaceFileSafely (file, *xml);
 }
 
 bool Preset::writeTagsToFile (const juce::File& file, const TagSet& newTags)

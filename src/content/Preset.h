@@ -61,18 +61,22 @@ public:
 
     //==============================================================================
     /** Replaces everything by the content of an element "Preset"; values of names that the manager
-        doesn't know are left out. Null or another element clears the values and leaves the rest. */
-    void readXml (const juce::XmlElement*, const ParameterManager&, Extent = Extent::everything);
+        doesn't know are left out. Null or another element clears the values and leaves the rest.
+        @returns whether it was a preset */
+    bool readXml (const juce::XmlElement*, const ParameterManager&, Extent = Extent::everything);
 
     /** An element "Preset". An entry without a parameter is left out. */
     std::unique_ptr<juce::XmlElement> createXml (const ParameterManager&, bool includeName) const;
 
-    /** Reads a file, and takes its base name as the preset's name whatever it holds. */
-    void loadFromFile (const juce::File&, const ParameterManager&, Extent = Extent::everything);
+    /** Reads a file, and takes its base name as the preset's name whatever it holds.
+        @returns whether there was a preset in it */
+    bool loadFromFile (const juce::File&, const ParameterManager&, Extent = Extent::everything);
 
     /** Writes a file as a whole or not at all: one that existed stays until the new one is complete.
+        @param before a preset's element whose attributes and children are kept, but for its values, its tags, and
+                      what this preset has itself; null for none
         @returns whether it was written */
-    bool saveToFile (const juce::File&, const ParameterManager&) const;
+    bool saveToFile (const juce::File&, const ParameterManager&, const juce::XmlElement* before = nullptr) const;
 
     /** Changes the tags in an existing file; its other attributes and its elements stay.
         @returns false if there is no preset in it or it can't be written */

@@ -16,9 +16,12 @@ PresetChangeDetector::PresetChangeDetector (ParameterManager& parameterManager, 
         {
             slotById.emplace (id, slots.size());
             slots.push_back ({ parameter, {} });
-            parameter->addAsyncListener (this);
         }
     }
+
+    // From here on it may be called.
+    for (auto& slot : slots)
+        slot.parameter->addAsyncListener (this);
 }
 
 PresetChangeDetector::~PresetChangeDetector()
@@ -37,6 +40,33 @@ void PresetChangeDetector::resetBaseline()
     }
 
     changedCount = 0;
+}
+
+std::vector<juce::var> PresetChangeDetector::getBaseline() const
+{
+    const juce::ScopedLock scope (lock);
+    std::vector<juce::var> values;
+
+    for (const auto& slot : slots)
+        values.push_back (slot.baseline);
+
+    return values;
+}
+
+void PresetChangeDetector::setBaseline (const std::vector<juce::var>& values)
+{
+    const juce::ScopedLock scope (lock);
+    int count = 0;
+
+    for (size_t i = 0; i < juce::jmin (slots.size(), values.size()); ++i)
+    {
+        auto& slot = slots[i];
+        slot.baseline = values[i];
+        slot.changed = slot.parameter->getVar() != slot.baseline;
+        count += slot.changed ? 1 : 0;
+    }
+
+    changedCount = count;
 }
 
 void PresetChangeDetector::parameterChanged (Parameter& parameter)

@@ -32,6 +32,10 @@ public:
     /** From now on, the values that stand are the unchanged ones. */
     void resetBaseline();
 
+    /** The unchanged values, for a later setBaseline(). */
+    std::vector<juce::var> getBaseline() const;
+    void setBaseline (const std::vector<juce::var>&);
+
 private:
     struct Slot
     {

@@ -49,7 +49,7 @@ public:
 
     juce::String getItemExtension() const override { return extension; }
 
-    /** The whole preset; null if there is none of that name. */
+    /** The whole preset; null if there is none of that name, or it can't be read. */
     virtual std::unique_ptr<Preset> readPreset (const juce::String& itemName) const = 0;
 
 protected:

@@ -2,6 +2,7 @@
 
 #include "content/PresetsDirectoryContent.h"
 
+#include "parameters/BoundedXml.h"
 #include "parameters/SafeFile.h"
 
 namespace quilvane
@@ -11,6 +12,7 @@ namespace
 {
 
 constexpr const char* fileVersion = "1.0";
+constexpr int coarsestTimeMs = 2000; // of the times that file systems keep
 
 /** File systems take names of 255 bytes; the extension and the name of a temporary file need some of them. */
 constexpr size_t maximumNameBytes = 200;
@@ -18,13 +20,14 @@ constexpr size_t maximumNameBytes = 200;
 /** A name that stays in its folder: no separators or control characters, not hidden, not too long. */
 juce::String toFileName (const juce::String& name)
 {
+    static const juce::String forbidden ("/\\:*?\"<>|");
     juce::String result;
 
     for (auto c = name.getCharPointer(); ! c.isEmpty();)
     {
         const auto character = c.getAndAdvance();
 
-        if (character >= ' ' && character != 0x7f && ! juce::String ("/\\:*?\"<>|").containsChar (character))
+        if (character >= ' ' && character != 0x7f && ! forbidden.containsChar (character))
             result += character;
         else
             result += '_';
@@ -57,7 +60,7 @@ PresetsDirectoryContent::PresetsDirectoryContent (PresetHost& presetHost, const 
 juce::File PresetsDirectoryContent::getItemFile (const juce::String& itemName) const
 {
     // A name that was listed is its own file, whatever it holds.
-    if (! itemName.containsAnyOf ("/\\"))
+    if (itemName.isNotEmpty() && ! itemName.containsAnyOf ("/\\") && ! itemName.startsWithChar ('.'))
         if (auto listed = fileNamed (itemName); listed.existsAsFile())
             return listed;
 
@@ -71,21 +74,84 @@ juce::File PresetsDirectoryContent::getItemFile (const juce::String& itemName) c
 juce::File PresetsDirectoryContent::fileNamed (const juce::String& stem) const
 {
     // By its path: juce::File takes a child's name with a leading "~" for somebody's home.
-    return juce::File (juce::File::addTrailingSeparator (directory.getFullPathName()) + stem + extension);
+    const auto path = juce::File::addTrailingSeparator (directory.getFullPathName()) + stem;
+    const juce::File usual (path + extension), inCapitals (path + extension.toUpperCase());
+
+    return ! usual.exists() && inCapitals.existsAsFile() ? inCapitals : usual;
+}
+
+juce::RangedDirectoryIterator PresetsDirectoryContent::listFiles() const
+{
+    return juce::RangedDirectoryIterator (directory, false, "*" + extension,
+                                          juce::File::findFiles | juce::File::ignoreHiddenFiles);
+}
+
+bool PresetsDirectoryContent::canBeLoaded (const juce::File& file) const
+{
+    // By its name: those that aren't UTF-8 lead to no file, and pipes would make wait.
+    return isRegularFile (file) && file == fileNamed (file.getFileNameWithoutExtension());
+}
+
+bool PresetsDirectoryContent::Header::isOf (const juce::DirectoryEntry& entry) const
+{
+    // A file that was young when it was read may have changed since without another time.
+    const auto wasSettled = readAt - modified > coarsestTimeMs;
+    return wasSettled && size == entry.getFileSize() && modified == entry.getModificationTime().toMilliseconds();
 }
 
 std::vector<ContentSource::Listing> PresetsDirectoryContent::listItems() const
 {
+    const auto now = juce::Time::currentTimeMillis();
     std::vector<Listing> result;
+    std::map<juce::String, Header> found;
 
-    for (const auto& entry : juce::RangedDirectoryIterator (directory, false, "*" + extension, juce::File::findFiles))
+    for (const auto& entry : listFiles())
     {
-        Preset header;
-        header.loadFromFile (entry.getFile(), host.getPresetParameters(), Preset::Extent::header);
-        result.push_back ({ header.name, header.tags });
+        const auto file = entry.getFile();
+
+        if (! canBeLoaded (file))
+            continue;
+
+        const auto fileName = file.getFileName();
+        const auto known = headers.find (fileName);
+
+        if (known != headers.end() && known->second.isOf (entry))
+            found.insert (*known);
+        else
+        {
+            Preset header;
+            header.loadFromFile (file, host.getPresetParameters(), Preset::Extent::header);
+            found.emplace (fileName, Header { entry.getFileSize(),
+                                              entry.getModificationTime().toMilliseconds(),
+                                              now,
+                                              { header.name, header.tags } });
+        }
+
+        result.push_back (found.at (fileName).listing);
     }
 
+    headers = std::move (found);
     return result;
+}
+
+bool PresetsDirectoryContent::isStale() const
+{
+    size_t numFiles = 0;
+
+    for (const auto& entry : listFiles())
+    {
+        const auto known = headers.find (entry.getFile().getFileName());
+
+        if (known == headers.end() && ! canBeLoaded (entry.getFile()))
+            continue;
+
+        if (known == headers.end() || ! known->second.isOf (entry))
+            return true;
+
+        ++numFiles;
+    }
+
+    return numFiles != headers.size();
 }
 
 TagSet PresetsDirectoryContent::readItemTags (const juce::String& itemName) const
@@ -99,11 +165,11 @@ std::unique_ptr<Preset> PresetsDirectoryContent::readPreset (const juce::String&
 {
     const auto file = getItemFile (itemName);
 
-    if (! file.existsAsFile())
+    auto preset = std::make_unique<Preset>();
+
+    if (! isFileOf (file, itemName) || ! preset->loadFromFile (file, host.getPresetParameters()))
         return nullptr;
 
-    auto preset = std::make_unique<Preset>();
-    preset->loadFromFile (file, host.getPresetParameters());
     return preset;
 }
 
@@ -145,7 +211,10 @@ bool PresetsDirectoryContent::createItemFile (const juce::String& itemName, cons
     host.fillPreset (preset);
     preset.version = fileVersion;
     preset.tags = newTags;
-    return preset.saveToFile (file, host.getPresetParameters());
+
+    const auto* old = findItem (itemName);
+    const auto before = parseBoundedXml (old != nullptr ? getItemFile (old->name) : file);
+    return preset.saveToFile (file, host.getPresetParameters(), before.get());
 }
 
 } // namespace quilvane

@@ -39,7 +39,7 @@ std::vector<ContentSource::Listing> PresetsPackageContent::listItems() const
     {
         const auto entryName = package.getEntryName (i);
 
-        if (entryName == PackageFile::manifestEntry)
+        if (entryName == PackageFile::manifestEntry || package.isEntryTooLarge (i))
             continue;
 
         const auto stream = package.openEntry (i);
@@ -50,8 +50,9 @@ std::vector<ContentSource::Listing> PresetsPackageContent::listItems() const
         if (extensionOf (entryName) != extension)
             continue;
 
-        const auto preset = readEntry (entryName, *stream, Preset::Extent::header);
-        result.push_back ({ preset->name, preset->tags });
+        Preset header;
+        readEntry (header, entryName, *stream, Preset::Extent::header);
+        result.push_back ({ header.name, header.tags });
     }
 
     return result;
@@ -65,7 +66,10 @@ std::unique_ptr<Preset> PresetsPackageContent::readPreset (const juce::String& i
     if (stream == nullptr)
         return nullptr;
 
-    auto preset = readEntry (entryName, *stream, Preset::Extent::everything);
+    auto preset = std::make_unique<Preset>();
+
+    if (! readEntry (*preset, entryName, *stream, Preset::Extent::everything))
+        return nullptr;
 
     if (preset->author.isEmpty())
         preset->author = package.getManifest().author;
@@ -73,13 +77,14 @@ std::unique_ptr<Preset> PresetsPackageContent::readPreset (const juce::String& i
     return preset;
 }
 
-std::unique_ptr<Preset> PresetsPackageContent::readEntry (const juce::String& entryName, juce::InputStream& stream,
-                                                          Preset::Extent extent) const
+bool PresetsPackageContent::readEntry (Preset& preset, const juce::String& entryName, juce::InputStream& stream,
+                                       Preset::Extent extent) const
 {
-    auto preset = std::make_unique<Preset>();
-    preset->readXml (parseBoundedXml (stream.readEntireStreamAsString()).get(), host.getPresetParameters(), extent);
-    preset->name = itemNameOf (entryName);
-    return preset;
+    const auto text = stream.readEntireStreamAsString();
+    const auto xml = extent == Preset::Extent::header ? parseBoundedXmlHead (text) : parseBoundedXml (text);
+    const auto isRead = preset.readXml (xml.get(), host.getPresetParameters(), extent);
+    preset.name = itemNameOf (entryName);
+    return isRead;
 }
 
 } // namespace quilvane

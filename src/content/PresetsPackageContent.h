@@ -9,7 +9,7 @@ namespace quilvane
 {
 
 /** The presets of a signed package; read only. A package that doesn't verify has none. The list ends at the
-    first entry that can't be opened. */
+    first entry that can't be opened, but passes over those that are too large. */
 class PresetsPackageContent final : public PresetsContent
 {
 public:
@@ -23,7 +23,7 @@ protected:
     std::vector<Listing> listItems() const override;
 
 private:
-    std::unique_ptr<Preset> readEntry (const juce::String& entryName, juce::InputStream&, Preset::Extent) const;
+    bool readEntry (Preset&, const juce::String& entryName, juce::InputStream&, Preset::Extent) const;
 
     const PackageFile package;
 };

@@ -8,42 +8,63 @@ namespace quilvane
 namespace
 {
 
-juce::String keyOf (const juce::String& category, const juce::String& tag)
+int positionOf (int categoryId)
 {
-    return tag.isEmpty() ? category : category + ":" + tag;
+    return categoryId / TagMap::idsPerCategory - 1;
 }
 
 } // namespace
 
-void TagMap::merge (const TagSet& set)
+TagMap::Category* TagMap::findOrAdd (const juce::String& category)
 {
-    all.merge (set);
-    int categoryId = 0;
+    const auto number = static_cast<int> (categories.size()) + 1;
 
-    for (const auto& category : all.getCategories())
-    {
-        categoryId += idsPerCategory;
-        store (category.name, categoryId);
-        int id = categoryId;
+    if (const auto found = categories.find (category); found != categories.end())
+        return &found->second;
 
-        for (const auto& tag : category.tags)
-            store (keyOf (category.name, tag), ++id);
-    }
+    if (number > maximumCategories)
+        return nullptr;
+
+    all.appendCategory (category);
+    return &categories.emplace (category, Category { number * idsPerCategory, {} }).first->second;
 }
 
-void TagMap::store (const juce::String& key, int id)
+void TagMap::merge (const TagSet& set)
 {
-    if (ids.count (key) != 0 || keys.count (id) != 0)
-        return;
+    for (const auto& [name, tags] : set.getCategories())
+    {
+        auto* category = findOrAdd (name);
 
-    ids.emplace (key, id);
-    keys.emplace (id, key);
+        if (category == nullptr)
+            continue;
+
+        for (const auto& tag : tags)
+        {
+            const auto number = static_cast<int> (category->tagIds.size()) + 1;
+
+            if (number < idsPerCategory && numTags < maximumTags
+                && category->tagIds.emplace (tag, category->id + number).second)
+            {
+                all.appendTag (static_cast<size_t> (positionOf (category->id)), tag);
+                ++numTags;
+            }
+        }
+    }
 }
 
 int TagMap::getId (const juce::String& category, const juce::String& tag) const
 {
-    const auto found = ids.find (keyOf (category, tag));
-    return found != ids.end() ? found->second : unknownId;
+    const auto found = categories.find (category);
+
+    if (found == categories.end())
+        return unknownId;
+
+    if (tag.isEmpty())
+        return found->second.id;
+
+    const auto& ids = found->second.tagIds;
+    const auto id = ids.find (tag);
+    return id != ids.end() ? id->second : unknownId;
 }
 
 juce::String TagMap::getCategoryName (int id) const
@@ -53,15 +74,15 @@ juce::String TagMap::getCategoryName (int id) const
 
 TagMap::Names TagMap::getNames (int id) const
 {
-    const auto found = keys.find (id);
+    const auto position = positionOf (id);
+    const auto& list = all.getCategories();
 
-    if (found == keys.end())
+    if (! juce::isPositiveAndBelow (position, static_cast<int> (list.size())))
         return { -1, {}, {} };
 
-    const auto& key = found->second;
-    const auto colon = key.indexOfChar (':');
-
-    return { id, colon >= 0 ? key.substring (0, colon) : key, colon >= 0 ? key.substring (colon + 1) : juce::String() };
+    const auto& category = list[static_cast<size_t> (position)];
+    const auto tag = id % idsPerCategory - 1;
+    return tag < category.tags.size() ? Names { id, category.name, category.tags[tag] } : Names { -1, {}, {} };
 }
 
 } // namespace quilvane

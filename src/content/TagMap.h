@@ -9,10 +9,11 @@
 namespace quilvane
 {
 
-/** Gives every category and every tag a number, so that filters compare integers.
+/** The union of many sets, which gives every category and every tag a number, so that filters compare integers.
 
     A category's id is a multiple of 1000 and the ids of its tags follow it, up to 999 of them. Names
-    that have an id keep it: sets are only ever added. Message thread; one for each browser.
+    that have an id keep it: sets are only ever added. What is beyond the bounds below has no id, and isn't in the
+    union. Message thread.
 */
 class TagMap
 {
@@ -20,7 +21,11 @@ public:
     static constexpr int unknownId = 0;
     static constexpr int idsPerCategory = 1000;
 
-    /** Numbers what is new in a set. */
+    // The most that a browser shows; more than anyone sorts presets by.
+    static constexpr int maximumCategories = 256;
+    static constexpr int maximumTags = 16384; // in all categories together
+
+    /** Numbers what is new in a set, in time by its size alone. */
     void merge (const TagSet&);
 
     /** The id of a tag, or of the category if the tag is empty. */
@@ -42,11 +47,17 @@ public:
     const TagSet& getAll() const noexcept { return all; }
 
 private:
-    void store (const juce::String& key, int id);
+    struct Category
+    {
+        int id;
+        std::unordered_map<juce::String, int> tagIds;
+    };
 
-    std::unordered_map<juce::String, int> ids;
-    std::unordered_map<int, juce::String> keys;
+    Category* findOrAdd (const juce::String& category);
+
+    std::unordered_map<juce::String, Category> categories;
     TagSet all;
+    int numTags = 0;
 };
 
 } // namespace quilvane

@@ -3,6 +3,8 @@
 #include "content/TagSet.h"
 
 #include <algorithm>
+#include <set>
+#include <unordered_map>
 
 namespace quilvane
 {
@@ -10,6 +12,8 @@ namespace quilvane
 TagSet TagSet::fromText (const juce::String& text)
 {
     TagSet result;
+    std::unordered_map<juce::String, size_t> positions;
+    std::set<std::pair<size_t, juce::String>> known; // because texts can be long
 
     for (const auto& part : juce::StringArray::fromTokens (text, ";", ""))
     {
@@ -18,15 +22,24 @@ TagSet TagSet::fromText (const juce::String& text)
         if (part.isEmpty())
             continue;
 
-        if (static_cast<int> (result.categories.size()) >= maximumCategories)
+        if (result.categories.size() >= static_cast<size_t> (maximumCategories))
             break;
 
-        auto& category = result.findOrAdd (colon >= 0 ? part.substring (0, colon) : part);
+        const auto name = colon >= 0 ? part.substring (0, colon) : part;
+        const auto [found, isNew] = positions.emplace (name, result.categories.size());
+        const auto position = found->second;
 
-        if (colon >= 0)
-            for (const auto& tag : juce::StringArray::fromTokens (part.substring (colon + 1), "|", ""))
-                if (tag.isNotEmpty() && category.tags.size() < maximumTagsPerCategory)
-                    category.tags.addIfNotAlreadyThere (tag);
+        if (isNew)
+            result.appendCategory (name);
+
+        if (colon < 0)
+            continue;
+
+        for (const auto& tag : juce::StringArray::fromTokens (part.substring (colon + 1), "|", ""))
+            if (tag.isNotEmpty() && known.size() < static_cast<size_t> (maximumTags)
+                && result.categories[position].tags.size() < maximumTagsPerCategory
+                && known.emplace (position, tag).second)
+                result.appendTag (position, tag);
     }
 
     return result;

@@ -23,9 +23,10 @@ public:
         bool operator== (const Category& other) const { return name == other.name && tags == other.tags; }
     };
 
-    // What is read from a text; more is left out. No file of ours comes near, and a TagMap has no numbers for more.
+    // The most that is read from a text; the rest is left out. No file of ours comes near.
     static constexpr int maximumCategories = 64;
-    static constexpr int maximumTagsPerCategory = 999;
+    static constexpr int maximumTagsPerCategory = 999; // a TagMap has no numbers for more
+    static constexpr int maximumTags = 8192;           // in all categories together
 
     TagSet() = default;
 
@@ -38,6 +39,10 @@ public:
 
     bool contains (const juce::String& category, const juce::String& tag) const;
     void add (const juce::String& category, const juce::String& tag);
+
+    // Append what the caller knows to be new.
+    void appendCategory (const juce::String& category) { categories.push_back ({ category, {} }); }
+    void appendTag (size_t categoryPosition, const juce::String& tag) { categories[categoryPosition].tags.add (tag); }
 
     /** Adds a category without tags. */
     void addCategory (const juce::String& category) { findOrAdd (category); }

@@ -34,6 +34,7 @@ AudioProcessorEditorWrapper::~AudioProcessorEditorWrapper()
     if (editor->getParentComponent() == this)
     {
         editor->windowClosed();
+        keyboard.giveBack();
         releaseMouseButtons();
         editor->setVisible (false);
         removeChildComponent (editor);
@@ -47,8 +48,16 @@ AudioProcessorEditorWrapper::~AudioProcessorEditorWrapper()
 
 void AudioProcessorEditorWrapper::parentHierarchyChanged()
 {
-    if (auto* present = getPeer())
+    auto* const present = getPeer();
+    keyboard.setWindow (present);
+
+    if (present != nullptr)
         window = present;
+}
+
+std::unique_ptr<juce::ComponentTraverser> AudioProcessorEditorWrapper::createKeyboardFocusTraverser()
+{
+    return keyboard.createTraverser();
 }
 
 void AudioProcessorEditorWrapper::releaseMouseButtons()

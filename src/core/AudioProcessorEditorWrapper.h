@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "core/HostKeyboard.h"
 #include <juce_audio_processors/juce_audio_processors.h>
 
 namespace quilvane
@@ -20,12 +21,14 @@ public:
     void paint (juce::Graphics&) override;
     void childBoundsChanged (juce::Component*) override;
     void parentHierarchyChanged() override;
+    std::unique_ptr<juce::ComponentTraverser> createKeyboardFocusTraverser() override;
 
 private:
     void releaseMouseButtons();
 
     juce::Component::SafePointer<PluginEditor> editor;
     juce::ComponentPeer* window = nullptr; // the last one that this was in
+    HostKeyboard keyboard { *this };
 };
 
 } // namespace quilvane

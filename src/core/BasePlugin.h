@@ -11,6 +11,7 @@
 #include "content/Preset.h"
 #include "content/PresetsContent.h"
 #include "core/Directories.h"
+#include "core/PresetSession.h"
 #include "core/ProcessContext.h"
 #include "core/SoftwareDesignation.h"
 #include "dsp/SampleRateConstants.h"
@@ -25,7 +26,6 @@ namespace quilvane
 class EnumParameter;
 class PluginAudioProcessor;
 class PluginEditor;
-class PresetChangeDetector;
 
 /** Bytes that are embedded in the plug-in's binary, for as long as it is loaded; null and 0 for none. */
 struct EmbeddedFile
@@ -40,7 +40,7 @@ struct EmbeddedFile
 
     A product overrides the virtual operations; nothing here names one. It is built in stages by
     PluginAudioProcessor::setPlugin(), all on the thread on which the host creates the plug-in and
-    before any audio: constructor, initialiseEnvironment(), createDspCore(), initialiseContent().
+    before any audio: constructor, initialiseEnvironment(), createDspCore(), initialiseContent(), startUpdates().
 
     Owned by its PluginAudioProcessor. Nothing in the start-up fails but for an exception: what is
     missing leaves defaults in force.
@@ -61,6 +61,10 @@ public:
     virtual void initialiseEnvironment();
     virtual void createDspCore() {}
     virtual void initialiseContent();
+
+    /** The last stage: from here on, asynchronous listeners are served and the editor has its ticks. Other instances
+        may let messages run while this one is built; nothing of it hears of anything before it's whole. */
+    void startUpdates();
 
     /** The link back to the owner; set once, right after both are constructed. */
     void setProcessor (PluginAudioProcessor* owner) noexcept { processor = owner; }
@@ -115,11 +119,18 @@ public:
     int getHostIndex (const Parameter& parameter) const noexcept { return hostMap.indexOf (parameter); }
 
     /** Replaces the map by that of a document ("HostParametersMap"); one for another product is
-        ignored. */
-    void loadHostMapXml (const juce::XmlElement&);
+        ignored.
+        @returns whether it did */
+    bool loadHostMapXml (const juce::XmlElement&);
 
-    /** Loads the user's map file, or else the product's embedded map if it has one. */
-    void loadHostMap();
+    /** The same from a file; one that can't be read changes nothing. */
+    bool loadHostMap (const juce::File&);
+
+    /** Goes back to the map of an instance without a map file: the product's embedded one if it has one, or the
+        parameters of a preset in their order. */
+    void resetHostMap();
+
+    std::unique_ptr<juce::XmlElement> createHostMapXml() const;
 
     /** Tells the user interface of changes of the map. */
     juce::ChangeBroadcaster& getHostMapBroadcaster() noexcept { return hostMapBroadcaster; }
@@ -127,24 +138,22 @@ public:
     //==============================================================================
     // Presets and settings. Message thread.
 
-    /** Applies a preset: what it doesn't mention falls back to the default preset's value. It becomes the
-        current one, and synced oscillators start again. */
+    /** See PresetSession::load(); synced oscillators start again. Any thread. */
     void loadPreset (const Preset&) override;
-    void fillPreset (Preset&) const override;
+    void fillPreset (Preset& preset) const override { presetSession.fill (preset); }
     const ParameterManager& getPresetParameters() const override { return *parameters; }
 
-    /** The values before any preset was loaded. */
-    const Preset& getDefaultPreset() const noexcept { return defaultPreset; }
+    /** Brings back all that was before other presets were listened to; nothing where none was loaded. */
+    void restorePresets (const PresetSession::Snapshot&);
+    PresetSession::Snapshot takePresetSnapshot() const { return presetSession.takeSnapshot(); }
 
-    /** The values as the last loaded preset gave them. */
-    Preset getCurrentPreset() const;
-
-    /** Whether parameters have moved since. Any thread. */
-    bool isPresetChanged() const noexcept;
-    void resetPresetBaseline();
+    const Preset& getDefaultPreset() const noexcept { return presetSession.getDefault(); }
+    Preset getCurrentPreset() const { return presetSession.getCurrent(); }
+    bool isPresetChanged() const noexcept { return presetSession.hasChanged(); }
 
     /** Whether a preset is being applied at this moment. Any thread. */
-    bool isLoadingPreset() const noexcept { return loadingPreset; }
+    bool isLoadingPreset() const noexcept { return presetSession.isLoading(); }
+    void resetPresetBaseline() { presetSession.resetBaseline(); }
 
     /** The presets of the shipped package; null if there is none. */
     PresetsContent* getFactoryPresets() const noexcept { return factoryPresets.get(); }
@@ -152,25 +161,29 @@ public:
     /** The user's own presets; null in a product without presets. */
     PresetsContent* getUserPresets() const noexcept { return userPresets.get(); }
 
-    /** Writes the settings that all instances share, over those of the instance that closed before. */
+    /** Writes the settings that all instances share, over those of the instance that closed before. A file that can't
+        be read stays as it is while nothing was set, and is kept beside the new one otherwise. */
     void saveSettings() const;
 
     juce::File getSettingsFile() const;
 
-    /** The map of MIDI controllers that new instances begin with, where it is used. */
-    struct DefaultMidiMap
+    /** A map that new instances begin with, where it is used. */
+    struct DefaultMap
     {
         juce::File file; // juce::File() for none
         bool isUsed = false;
     };
 
-    DefaultMidiMap getDefaultMidiMap() const;
+    // The map of MIDI controllers and that of host parameters. They're kept with the settings; the maps of this
+    // instance stay as they are.
+    DefaultMap getDefaultMidiMap() const { return midiMapSetting.get(); }
+    DefaultMap getDefaultHostMap() const { return hostMapSetting.get(); }
+    void setDefaultMidiMap (const DefaultMap& map) { midiMapSetting.set (map); }
+    void setDefaultHostMap (const DefaultMap& map) { hostMapSetting.set (map); }
 
-    /** Is kept with the settings; the map of this instance stays as it is. */
-    void setDefaultMidiMap (const DefaultMidiMap&);
-
-    /** Of the files of MIDI control maps, with its point. */
+    // The extensions of the files of these maps, with the point.
     juce::String getMidiMapExtension() const { return "." + getShortName().toLowerCase() + "ccmap"; }
+    juce::String getHostMapExtension() const { return "." + getShortName().toLowerCase() + "hpmap"; }
 
     // The qualities of this instance and of new ones; null in a product without.
     struct QualityParameters
@@ -197,7 +210,8 @@ public:
     /** A control fired an event that the editor doesn't handle itself. */
     virtual void actionHook (int /*eventId*/) {}
 
-    /** Sets a parameter to the default that hosts are told, in a gesture of its own; does nothing with a text. */
+    /** Sets a parameter to its default, as loading the preset that gave it would, in a gesture of its own; does nothing
+        with a text. */
     void resetParameter (Parameter&);
 
     //==============================================================================
@@ -271,10 +285,13 @@ private:
     void restoreQualities (const juce::XmlElement* preset);
     void loadSettings();
     std::unique_ptr<juce::XmlElement> readSettings() const;
+    std::unique_ptr<juce::XmlElement> createSettings() const;
+    bool hasUnreadableSettings() const;
     void startEditor();
     void loadContent();
-    void applyPreset (const Preset&);
-    void keepCurrentPreset();
+    void assignHostParameters();
+    bool loadEmbeddedHostMap();
+    void tellOfHostMap();
     Parameter* getMappedParameter (int hostIndex) const noexcept;
 
     const EmbeddedTextLoader loadEmbeddedText;
@@ -283,27 +300,33 @@ private:
 
     HostParameterMap hostMap;
     juce::ChangeBroadcaster hostMapBroadcaster;
-    juce::String hostMapFile;
-    bool useHostMapFile = false;
     int numHostParameters = 128;
     EventsMap events;
     MidiControlMap midiControlMap;
-    juce::String midiMapFile;
-    bool useMidiMapFile = false;
+
+    /** A DefaultMap as the settings file has it, which is written back even if there is no such file now. */
+    struct MapSetting
+    {
+        DefaultMap get() const { return { Directories::fileFromSetting (file), isUsed }; }
+        void set (const DefaultMap& map) { *this = { map.file.getFullPathName(), map.isUsed }; }
+
+        void read (const juce::XmlElement& settings, const char* tag);
+        void write (juce::XmlElement& settings, const char* tag) const;
+
+        juce::String file;
+        bool isUsed = false;
+    };
+
+    MapSetting midiMapSetting, hostMapSetting;
+    juce::String settingsInPlaceOfFile; // what stood at the start, if the file couldn't be read
 
     // All null in a product without "Processing Quality".
     Parameter* qualityParameter = nullptr;
     Parameter* realTimeQuality = nullptr;
     Parameter* offlineQuality = nullptr;
 
-    Preset defaultPreset;
-    Preset currentPreset;
-
-    // Loads are whole, one after the other: hosts save and restore states on threads of their own.
-    juce::CriticalSection presetLock;
-    std::atomic<bool> loadingPreset { false };
+    PresetSession presetSession;
     std::unique_ptr<PresetsContent> userPresets;
-    std::unique_ptr<PresetChangeDetector> changeDetector;
     std::unique_ptr<PresetsContent> factoryPresets;
 
     std::atomic<bool> offline { false };

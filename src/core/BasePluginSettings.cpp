@@ -26,24 +26,6 @@ constexpr const char* fileAttribute = "file";
 constexpr const char* qualityTag = "DefaultProcessingQuality";
 constexpr const char* presetTag = "Preset";
 
-void readMapSetting (const juce::XmlElement& settings, const char* tag, bool& inForce, juce::String& file)
-{
-    if (const auto* xml = settings.getChildByName (tag))
-    {
-        inForce = xml->getStringAttribute (inForceAttribute).equalsIgnoreCase ("yes");
-        file = xml->getStringAttribute (fileAttribute);
-    }
-}
-
-void writeMapSetting (juce::XmlElement& settings, const char* tag, bool inForce, const juce::String& file)
-{
-    auto* xml = settings.createNewChildElement (tag);
-    xml->setAttribute (inForceAttribute, inForce ? "yes" : "no");
-
-    if (file.isNotEmpty())
-        xml->setAttribute (fileAttribute, file);
-}
-
 bool isDefaultQuality (int id)
 {
     return id == frameworkIds::defaultRealTimeQuality || id == frameworkIds::defaultOfflineQuality;
@@ -51,6 +33,25 @@ bool isDefaultQuality (int id)
 
 } // namespace
 
+void BasePlugin::MapSetting::read (const juce::XmlElement& settings, const char* tag)
+{
+    if (const auto* xml = settings.getChildByName (tag))
+    {
+        isUsed = xml->getStringAttribute (inForceAttribute).equalsIgnoreCase ("yes");
+        file = xml->getStringAttribute (fileAttribute);
+    }
+}
+
+void BasePlugin::MapSetting::write (juce::XmlElement& settings, const char* tag) const
+{
+    auto* xml = settings.createNewChildElement (tag);
+    xml->setAttribute (inForceAttribute, isUsed ? "yes" : "no");
+
+    if (file.isNotEmpty())
+        xml->setAttribute (fileAttribute, file);
+}
+
+//==============================================================================
 juce::File BasePlugin::getSettingsFile() const
 {
     return directories.get (Directories::userData).getChildFile (getProductName() + ".ini");
@@ -67,6 +68,12 @@ std::unique_ptr<juce::XmlElement> BasePlugin::readSettings() const
     return nullptr;
 }
 
+bool BasePlugin::hasUnreadableSettings() const
+{
+    const auto file = getSettingsFile();
+    return file.existsAsFile() && file.getSize() > 0 && readSettings() == nullptr;
+}
+
 void BasePlugin::startEditor()
 {
     if (const auto xml = readSettings())
@@ -79,8 +86,8 @@ void BasePlugin::loadSettings()
 {
     if (const auto xml = readSettings())
     {
-        readMapSetting (*xml, midiMapTag, useMidiMapFile, midiMapFile);
-        readMapSetting (*xml, hostMapTag, useHostMapFile, hostMapFile);
+        midiMapSetting.read (*xml, midiMapTag);
+        hostMapSetting.read (*xml, hostMapTag);
 
         if (const auto* quality = xml->getChildByName (qualityTag))
         {
@@ -100,13 +107,13 @@ void BasePlugin::loadSettings()
     }
 }
 
-void BasePlugin::saveSettings() const
+std::unique_ptr<juce::XmlElement> BasePlugin::createSettings() const
 {
-    juce::XmlElement settings (settingsTag);
-    settings.setAttribute (applicationAttribute, getProductName());
-    settings.createNewChildElement (presetsTag)->createNewChildElement (authorTag);
-    writeMapSetting (settings, midiMapTag, useMidiMapFile, midiMapFile);
-    writeMapSetting (settings, hostMapTag, useHostMapFile, hostMapFile);
+    auto settings = std::make_unique<juce::XmlElement> (settingsTag);
+    settings->setAttribute (applicationAttribute, getProductName());
+    settings->createNewChildElement (presetsTag)->createNewChildElement (authorTag);
+    midiMapSetting.write (*settings, midiMapTag);
+    hostMapSetting.write (*settings, hostMapTag);
 
     if (qualityParameter != nullptr)
     {
@@ -116,30 +123,33 @@ void BasePlugin::saveSettings() const
             if (const auto* parameter = parameters->getParameter (id))
                 defaults.addParameter (*parameter);
 
-        settings.createNewChildElement (qualityTag)
+        settings->createNewChildElement (qualityTag)
             ->addChildElement (defaults.createXml (*parameters, false).release());
     }
 
     if (editor != nullptr)
         if (auto xml = editor->saveSettings())
-            settings.addChildElement (xml.release());
+            settings->addChildElement (xml.release());
+
+    return settings;
+}
+
+void BasePlugin::saveSettings() const
+{
+    const auto text = createSettings()->toString();
+    const auto file = getSettingsFile();
+
+    if (text == settingsInPlaceOfFile)
+        return;
+
+    if (hasUnreadableSettings())
+        renameFile (file, file.getSiblingFile (file.getFileName() + ".unreadable").getNonexistentSibling());
 
     // Two instances that close at once leave one whole file, whichever it is.
-    replaceFileSafely (getSettingsFile(), settings);
+    replaceFileSafely (file, text);
 }
 
 //==============================================================================
-BasePlugin::DefaultMidiMap BasePlugin::getDefaultMidiMap() const
-{
-    return { Directories::fileFromSetting (midiMapFile), useMidiMapFile };
-}
-
-void BasePlugin::setDefaultMidiMap (const DefaultMidiMap& map)
-{
-    midiMapFile = map.file.getFullPathName();
-    useMidiMapFile = map.isUsed;
-}
-
 BasePlugin::QualityParameters BasePlugin::getQualityParameters() const
 {
     return { dynamic_cast<EnumParameter*> (realTimeQuality), dynamic_cast<EnumParameter*> (offlineQuality) };

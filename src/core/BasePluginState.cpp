@@ -2,9 +2,6 @@
 
 // What a plug-in leaves with its host, and how it takes it back; presets.
 
-#include <numeric>
-
-#include "content/PresetChangeDetector.h"
 #include "content/PresetsDirectoryContent.h"
 #include "content/PresetsPackageContent.h"
 #include "core/BasePlugin.h"
@@ -126,6 +123,7 @@ void BasePlugin::restoreState (const juce::XmlElement& state)
         Preset preset;
         preset.readXml (xml, *parameters);
         loadPreset (preset);
+        presetSession.stateRestored();
     }
 
     midiControlMap.loadFromXml (state.getChildByName (midiMapTag));
@@ -145,25 +143,9 @@ void BasePlugin::restoreQualities (const juce::XmlElement* xml)
 }
 
 //==============================================================================
-void BasePlugin::fillPreset (Preset& preset) const
-{
-    const juce::ScopedLock scope (presetLock);
-    preset.clearParameters();
-
-    for (int id = 0; id < getNumPresetParameters(); ++id)
-        if (const auto* parameter = parameters->getParameter (id))
-            preset.addParameter (*parameter);
-
-    preset.name = parameters->getValueString (frameworkIds::presetName);
-}
-
 void BasePlugin::loadContent()
 {
-    std::vector<int> ids (static_cast<size_t> (juce::jmax (0, getNumPresetParameters())));
-    std::iota (ids.begin(), ids.end(), 0);
-
-    changeDetector = std::make_unique<PresetChangeDetector> (*parameters, ids);
-    fillPreset (defaultPreset);
+    presetSession.begin();
 
     const auto packages = directories.get (Directories::appData)
                               .getChildFile ("Presets")
@@ -178,7 +160,7 @@ void BasePlugin::loadContent()
             factoryPresets->loadItem (getDefaultPresetName());
     }
 
-    keepCurrentPreset();
+    presetSession.keepCurrent();
 
     directories.add (Directories::userPresets, directories.get (Directories::userStore).getChildFile ("Presets"), true);
     userPresets = std::make_unique<PresetsDirectoryContent> (*this, "User", directories.get (Directories::userPresets),
@@ -187,54 +169,17 @@ void BasePlugin::loadContent()
 
 void BasePlugin::loadPreset (const Preset& preset)
 {
-    const juce::ScopedLock scope (presetLock);
-    loadingPreset = true;
-    applyPreset (preset);
-    loadingPreset = false;
+    presetSession.load (preset);
     presetApplied();
 }
 
-bool BasePlugin::isPresetChanged() const noexcept
+void BasePlugin::restorePresets (const PresetSession::Snapshot& snapshot)
 {
-    return changeDetector != nullptr && changeDetector->hasChanged();
-}
+    if (! presetSession.isOutdated (snapshot))
+        return;
 
-void BasePlugin::resetPresetBaseline()
-{
-    if (changeDetector != nullptr)
-        changeDetector->resetBaseline();
-}
-
-void BasePlugin::applyPreset (const Preset& preset)
-{
-    // What the preset doesn't mention falls back to the default, not to the present value.
-    for (const auto& entry : defaultPreset.getEntries())
-        if (! preset.contains (entry.id))
-            parameters->setValueString (entry.id, entry.value);
-
-    for (const auto& entry : preset.getEntries())
-        if (juce::isPositiveAndBelow (entry.id, getNumPresetParameters()))
-            parameters->setValueString (entry.id, entry.value);
-
-    parameters->setValueString (frameworkIds::presetName, preset.name);
-
-    keepCurrentPreset();
-    resetPresetBaseline();
-}
-
-void BasePlugin::keepCurrentPreset()
-{
-    Preset preset;
-    fillPreset (preset);
-
-    const juce::ScopedLock scope (presetLock);
-    currentPreset = std::move (preset);
-}
-
-Preset BasePlugin::getCurrentPreset() const
-{
-    const juce::ScopedLock scope (presetLock);
-    return currentPreset;
+    presetSession.restore (snapshot);
+    presetApplied();
 }
 
 } // namespace quilvane

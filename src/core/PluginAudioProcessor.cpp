@@ -42,6 +42,7 @@ void PluginAudioProcessor::setPlugin (std::unique_ptr<BasePlugin> newPlugin)
     plugin->createDspCore();
     plugin->initialiseContent();
     plugin->refreshLatency();
+    plugin->startUpdates();
     isBuilt = true;
 }
 
@@ -153,12 +154,27 @@ bool PluginAudioProcessor::isBusesLayoutSupported (const BusesLayout& layout) co
 
 void PluginAudioProcessor::getStateInformation (juce::MemoryBlock& destination)
 {
-    plugin->saveStateChunk (destination);
+    try
+    {
+        plugin->saveStateChunk (destination);
+    }
+    catch (...)
+    {
+        // Hosts expect no exceptions, and half a state is worse than none.
+        destination.reset();
+    }
 }
 
 void PluginAudioProcessor::setStateInformation (const void* data, int size)
 {
-    plugin->loadStateChunk (data, size);
+    try
+    {
+        plugin->loadStateChunk (data, size);
+    }
+    catch (...)
+    {
+        // For want of memory. A value that has been restored by then stands.
+    }
 }
 
 //==============================================================================

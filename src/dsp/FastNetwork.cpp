@@ -3,6 +3,7 @@
 #include "dsp/FastNetwork.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace quilvane
 {
@@ -140,6 +141,26 @@ void FastNetwork<Network>::process (Sides sides, const float* hz, double* sample
         lastHz[i] = static_cast<double> (hz[last]);
         lastWarped[i] = warped[last];
     }
+}
+
+template <typename Network>
+void FastNetwork<Network>::recover (size_t side) noexcept
+{
+    // In the kernels' form: the way to the networks and back would round the other side's states.
+    const auto stride = held.count(), lane = stride == 2 ? side : 0;
+
+    const auto clear = [=] (auto& values)
+    {
+        for (auto i = lane; i < std::size (values); i += stride)
+            if (! isUsableState (values[i]))
+                values[i] = 0.0;
+    };
+
+    clear (state.input);
+    clear (state.loop);
+    clear (state.allpass);
+    clear (state.up);
+    clear (state.down);
 }
 
 template class FastNetwork<QuilvaneOTA_Normal>;

@@ -60,6 +60,10 @@ public:
         @param numSamples of each side, from 1 to maximumSamples */
     void process (Sides, const float* hz, double* samples, int numSamples) noexcept;
 
+    /** Clears the unusable states of a side that the last call of process() ran. The other side isn't touched.
+        @param side 0 for left, 1 for right */
+    void recover (size_t side) noexcept;
+
 private:
     using Pointers = std::array<Network*, Kernels::maximumSides>;
 

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 
 #include "dsp/QuilvaneParameterIds.h"
 #include "parameters/Parameter.h"
@@ -21,6 +23,22 @@ constexpr float wakeThreshold = 1.52587e-5f;
 constexpr double sleepThreshold = 1.5258699932019226e-05;
 constexpr double silenceDecayPerUnit = 0.0004;
 constexpr double wideAwake = 1.0e-3; // an envelope that takes more than a run to reach the threshold
+
+/** Works on the numbers' bits, because the largest of them is found by vectors. */
+bool areFinite (const float* samples, size_t numSamples) noexcept
+{
+    constexpr std::int32_t magnitude = 0x7fffffff, infinity = 0x7f800000;
+    std::int32_t largest = 0;
+
+    for (size_t i = 0; i < numSamples; ++i)
+    {
+        std::int32_t bits = 0;
+        std::memcpy (&bits, samples + i, sizeof (bits));
+        largest = std::max (largest, bits & magnitude);
+    }
+
+    return largest < infinity;
+}
 
 } // namespace
 
@@ -173,14 +191,33 @@ void QuilvaneCore::processSides (const Buffers& buffers, Sides sides, const Modu
             outLeft[i] = apply (sound[2 * i], i);
             outRight[i] = apply (sound[2 * i + 1], i);
         }
+    }
+    else
+    {
+        for (size_t i = 0; i < size; ++i)
+            (sides.left ? outLeft : outRight)[i] = apply (sound[i], i);
 
-        return;
+        std::fill_n (sides.left ? outRight : outLeft, size, 0.0f);
     }
 
-    for (size_t i = 0; i < size; ++i)
-        (sides.left ? outLeft : outRight)[i] = apply (sound[i], i);
+    if (sides.left)
+        recoverSide (0, outLeft, size);
 
-    std::fill_n (sides.left ? outRight : outLeft, size, 0.0f);
+    if (sides.right)
+        recoverSide (1, outRight, size);
+}
+
+void QuilvaneCore::recoverSide (size_t side, float* output, size_t numSamples) noexcept
+{
+    if (areFinite (output, numSamples))
+        return;
+
+    std::fill_n (output, numSamples, 0.0f);
+
+    if (quality == 0)
+        normal.recover (side);
+    else if (quality == 1)
+        high.recover (side);
 }
 
 void QuilvaneCore::runMeters (const float* outputLeft, const float* outputRight, int numSamples) noexcept

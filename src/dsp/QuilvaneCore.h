@@ -13,7 +13,8 @@ namespace quilvane
 
     Modulation moves the cut-off of each side's network.
 
-    A side whose input has been silent for 0.5 to 0.6 s is not run and gives exact silence.
+    A side whose input has been silent for 0.5 to 0.6 s is not run and gives exact silence. Input that isn't finite
+    silences its side for one run; nothing that isn't finite is put out.
 */
 class QuilvaneCore final : public GlassRailEffectCore
 {
@@ -69,6 +70,10 @@ private:
 
     /** Samples during which the same sides are active. */
     void processSides (const Buffers&, Sides, const Modulation::Run&) noexcept;
+
+    /** Replaces a run by zeros if not all of it is finite, and clears what keeps that side's network from sounding.
+        @param side 0 for left, 1 for right */
+    void recoverSide (size_t side, float* output, size_t numSamples) noexcept;
 
     void publishLFOs (float first, float second) noexcept
     {

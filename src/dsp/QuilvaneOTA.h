@@ -15,8 +15,8 @@ namespace quilvane
 
     Input conditioning (two high-passes and a low-pass), then up to eight first-order all-pass
     sections of one cut-off inside a feedback loop that is closed through an estimate of the chain's
-    output, then the mix. Every operation is linear; there is no saturation and no guard against
-    values that are not finite.
+    output, then the mix. Every operation is linear; there is no saturation. Values that are not
+    finite stay in the states until recoverSections().
 
     The five fixed sections keep the tuning that they get for the rate at construction, whatever the
     rate later is: that is the sound. Driven by FastNetwork under the core's lock.

@@ -14,22 +14,11 @@ namespace
 {
 
 constexpr int contentWidth = 420, contentHeight = 384;
+constexpr int wideContentWidth = 640, columnGap = 12;
 constexpr int bannerHeight = 76, logoHeight = 36, descriptionHeight = 100, spacing = 10;
 constexpr int buttonWidth = 84, buttonHeight = 22, creditsMargin = 8;
 constexpr juce::uint32 bannerColour = 0xff282828;
-
-juce::Font fontOf (float height, const char* style)
-{
-    // "Oblique" is what some fonts call their italics.
-    const juce::Font font ("Tahoma", height, juce::Font::plain);
-    const auto styles = font.getAvailableStyles();
-    const juce::String wanted (style);
-
-    if (! styles.contains (wanted) && wanted == "Italic" && styles.contains ("Oblique"))
-        return font.withTypefaceStyle ("Oblique");
-
-    return styles.contains (wanted) ? font.withTypefaceStyle (wanted) : font;
-}
+constexpr const char* typeface = "Tahoma";
 
 } // namespace
 
@@ -43,7 +32,7 @@ public:
         version ("Version " + product.getVersion() + " (" + product.getArchitecture() + ")"),
         build ("Build info:  " + product.getReleaseDate() + ", revision " + product.getRevision())
     {
-        name.setFont (fontOf (nameHeight, "Bold"), false, juce::Justification::centred);
+        name.setFont ({ typeface, nameHeight, juce::Font::bold }, false, juce::Justification::centred);
         name.setColour (juce::HyperlinkButton::textColourId, juce::Colour (0xffb84a00));
         name.setTitle (product.getProductName() + ", web page");
         addAndMakeVisible (name);
@@ -61,11 +50,11 @@ public:
     {
         auto area = getLocalBounds().withTrimmedTop (nameRow);
         g.setColour (juce::Colour (0xff282828));
-        g.setFont (fontOf (summaryHeight, "Italic"));
+        g.setFont ({ typeface, summaryHeight, juce::Font::italic });
         g.drawText (summary, area.removeFromTop (summaryRow), juce::Justification::centred);
 
         g.setColour (juce::Colour (0xff5d5d5d));
-        g.setFont (fontOf (detailHeight, "Regular"));
+        g.setFont ({ typeface, detailHeight, juce::Font::plain });
         g.drawText (version, area.removeFromTop (detailRow), juce::Justification::centred);
         g.drawText (build, area.removeFromTop (detailRow), juce::Justification::centred);
     }
@@ -113,6 +102,19 @@ void AboutWindow::resized()
     WindowComponent::resized();
 
     auto area = getContentArea();
+    auto row = area.removeFromBottom (buttonHeight);
+    closeTextButton.setBounds (row.removeFromRight (buttonWidth));
+    area.removeFromBottom (spacing);
+
+    // The credits beside the rest.
+    auto creditsArea = juce::Rectangle<int>();
+
+    if (area.getWidth() > contentWidth)
+    {
+        creditsArea = area.removeFromRight ((area.getWidth() - columnGap) / 2);
+        area.removeFromRight (columnGap);
+    }
+
     banner = area.removeFromTop (bannerHeight);
 
     if (logo != nullptr)
@@ -124,11 +126,18 @@ void AboutWindow::resized()
     if (description != nullptr)
         description->setBounds (area.removeFromTop (descriptionHeight));
 
-    auto row = area.removeFromBottom (buttonHeight);
-    closeTextButton.setBounds (row.removeFromRight (buttonWidth));
-    area.removeFromBottom (spacing);
-    viewport.setBounds (area.reduced (creditsMargin));
+    viewport.setBounds ((creditsArea.isEmpty() ? area : creditsArea).reduced (creditsMargin));
     credits.setWidth (viewport.getWidth() - viewport.getScrollBarThickness() - creditsMargin);
+}
+
+void AboutWindow::fitInto (int maximumWidth, int maximumHeight)
+{
+    setContentSize (contentWidth, contentHeight);
+
+    if (getHeight() > maximumHeight && maximumWidth >= wideContentWidth)
+        setContentSize (wideContentWidth, contentHeight);
+
+    setSize (juce::jmin (getWidth(), maximumWidth), juce::jmin (getHeight(), maximumHeight));
 }
 
 void AboutWindow::paint (juce::Graphics& g)

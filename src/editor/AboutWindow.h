@@ -29,6 +29,10 @@ public:
     ~AboutWindow() override;
 
     void dismiss() override;
+    /** Takes the size that it likes best, within these limits: beside each other where there is no room for banner,
+        description and credits one below the other. */
+    void fitInto (int maximumWidth, int maximumHeight);
+
     void resized() override;
     void paint (juce::Graphics&) override;
 

@@ -131,6 +131,16 @@ void BasePluginEditor::visibilityChanged()
 void BasePluginEditor::paint (juce::Graphics& g)
 {
     g.fillAll (juce::Colour (0xff282828));
+
+    // A path may be longer than the status bar.
+    if (skinPanel == nullptr)
+    {
+        constexpr int margin = 60, numLines = 6;
+        g.setColour (findColour (DefaultLookAndFeel::statusBarTextId));
+        g.setFont (sharedLook->look.getStatusBarFont());
+        g.drawFittedText (statusBar.getMessage(), getLocalBounds().withHeight (panelHeight).reduced (margin),
+                          juce::Justification::centred, numLines, 1.0f);
+    }
 }
 
 //==============================================================================
@@ -156,11 +166,13 @@ void BasePluginEditor::showPanel (std::unique_ptr<GFXPanel> panel)
 void BasePluginEditor::skinUnloading()
 {
     midiActivityDisplay = nullptr;
+    midiLearnButton = nullptr;
     presetNameDisplay = nullptr;
 }
 
 void BasePluginEditor::skinLoaded()
 {
+    midiLearnButton = findControlOf<juce::Button> ("MidiLearnButton");
     midiActivityDisplay = findControlOf<GFXAnimation> ("MIDIActivity");
     presetNameDisplay = findControl ("PresetNameDisplay");
 
@@ -254,6 +266,9 @@ void BasePluginEditor::timerTick (bool isShown)
 {
     if (midiActivityDisplay != nullptr && isShown && plugin.getMidiControlMap().takeActivity())
         midiActivityDisplay->flash (activityMs);
+
+    if (midiLearnButton != nullptr)
+        midiLearnButton->setToggleState (windows.isMidiLearning(), juce::dontSendNotification);
 }
 
 SkinControl* BasePluginEditor::findTarget (juce::Component* component) const
@@ -329,6 +344,18 @@ void BasePluginEditor::showParameterValue (const Parameter& parameter)
         statusBar.showMessage (parameter.getName() + ": " + text, valuePriority, valueTimeoutMs);
     else
         statusBar.showMessage (text, 0, valueTimeoutMs);
+}
+
+bool BasePluginEditor::keyPressed (const juce::KeyPress& key)
+{
+    // JUCE's buttons know Return alone.
+    auto* const button = dynamic_cast<juce::Button*> (juce::Component::getCurrentlyFocusedComponent());
+
+    if (key != juce::KeyPress::spaceKey || button == nullptr || ! button->isEnabled())
+        return false;
+
+    button->triggerClick();
+    return true;
 }
 
 //==============================================================================

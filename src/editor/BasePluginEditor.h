@@ -5,8 +5,8 @@
 #include <memory>
 
 #include "browser/ContentBrowser.h"
-#include "content/Preset.h"
 #include "core/PluginEditor.h"
+#include "core/PresetSession.h"
 #include "editor/EditorWindows.h"
 #include "editor/StatusBar.h"
 #include "parameters/Ticker.h"
@@ -99,6 +99,7 @@ public:
 
     void mouseDown (const juce::MouseEvent&) override;
     void mouseDoubleClick (const juce::MouseEvent&) override;
+    bool keyPressed (const juce::KeyPress&) override;
     void visibilityChanged() override;
     void paint (juce::Graphics&) override;
 
@@ -188,12 +189,13 @@ private:
     std::unique_ptr<GFXPanel> skinPanel;
     GFXAnimation* midiActivityDisplay = nullptr;
     juce::Component* presetNameDisplay = nullptr;
+    juce::Button* midiLearnButton = nullptr;
 
     FloatingLayer floatingLayer { *this };
     EditorWindows windows;
 
     std::unique_ptr<ContentBrowser> contentBrowser;
-    Preset undoPreset;                    // what was heard before the browser opened
+    PresetSession::Snapshot beforeBrowsing;
     bool browserReturnsAfterSave = false; // it was open when "Save Preset" came
 };
 

@@ -28,10 +28,11 @@ bool BasePluginEditor::presetEvent (int eventId)
         case eventIds::toggleMidiLearn: windows.toggleMidiLearn(); return true;
 
         case eventIds::restoreDefaultPreset:
+            plugin.loadPreset (plugin.getDefaultPreset());
+
             if (contentBrowser != nullptr)
                 contentBrowser->clearSelection();
 
-            plugin.loadPreset (plugin.getDefaultPreset());
             return true;
 
         case eventIds::restoreCurrentPreset: plugin.loadPreset (plugin.getCurrentPreset()); return true;
@@ -113,7 +114,7 @@ void BasePluginEditor::savePreset()
 
 void BasePluginEditor::browserOpened (ContentBrowser&)
 {
-    plugin.fillPreset (undoPreset);
+    beforeBrowsing = plugin.takePresetSnapshot();
 }
 
 void BasePluginEditor::browserClosed (ContentBrowser&, ContentBrowser::Mode previousMode, bool confirmed)
@@ -121,7 +122,7 @@ void BasePluginEditor::browserClosed (ContentBrowser&, ContentBrowser::Mode prev
     if (previousMode == ContentBrowser::Mode::browse)
     {
         if (! confirmed)
-            plugin.loadPreset (undoPreset);
+            plugin.restorePresets (beforeBrowsing);
     }
     else if (std::exchange (browserReturnsAfterSave, false))
         browsePresets();

@@ -4,8 +4,8 @@
 
 #include "core/BasePlugin.h"
 #include "editor/BasePluginEditor.h"
+#include "editor/MapSettingsComponent.h"
 #include "editor/MidiLearnLayer.h"
-#include "editor/MidiSettingsComponent.h"
 #include "editor/PresetSettingsComponent.h"
 #include "editor/QualitySettingsComponent.h"
 
@@ -16,8 +16,10 @@ namespace
 {
 
 constexpr float optionsShare = 0.8f; // of the panel's height
-constexpr int aboutMargin = 24;      // above and below, together
+constexpr int leastOptions = 360;    // of a panel that has as much
+constexpr int margin = 16;           // above and below a window, together
 constexpr int learnPriority = 6, stays = 0;
+constexpr int fileMessagePriority = 6, fileMessageMs = 6000;
 
 } // namespace
 
@@ -41,6 +43,10 @@ void EditorWindows::createOptions()
     presetSettings->setWarning (presetChangeWarning);
     options->addSection ("PRESETS", std::move (presets));
     options->addSection ("MIDI", std::make_unique<MidiSettingsComponent> (plugin));
+    options->addSection ("HOST PARAMETERS",
+                         std::make_unique<HostMapSettingsComponent> (
+                             plugin, [this] (const juce::String& text)
+                             { editor.getStatusBar().showMessage (text, fileMessagePriority, fileMessageMs); }));
 
     if (const auto skins = editor.findSkins(); skins.size() > 1)
     {
@@ -65,8 +71,11 @@ void EditorWindows::showOptions()
 void EditorWindows::panelLoaded()
 {
     if (options != nullptr && editor.getSkinPanel() != nullptr)
-        options->setSize (OptionsWindow::width,
-                          static_cast<int> (optionsShare * static_cast<float> (editor.getPanelHeight())));
+    {
+        const auto height = editor.getPanelHeight();
+        const auto share = static_cast<int> (optionsShare * static_cast<float> (height));
+        options->setSize (OptionsWindow::width, juce::jmin (height - margin, juce::jmax (leastOptions, share)));
+    }
 }
 
 void EditorWindows::showCurrentSkin()
@@ -93,7 +102,7 @@ void EditorWindows::setPresetChangeWarning (bool warns)
 void EditorWindows::showAbout()
 {
     about = std::make_unique<AboutWindow> (plugin, self<AboutWindow::Listener>());
-    about->setSize (about->getWidth(), juce::jmin (about->getHeight(), editor.getPanelHeight() - aboutMargin));
+    about->fitInto (editor.getWidth() - margin, editor.getPanelHeight() - margin);
     editor.addChildComponent (*about);
     about->open();
 }
@@ -114,7 +123,7 @@ void EditorWindows::showParameterInfo (Parameter& parameter, juce::Component& so
         editor.hideFloatingComponent (*parameterInfo, nullptr);
 
     parameterInfo = std::make_unique<ParameterInfo> (parameter, plugin.getMidiControlMap(),
-                                                     plugin.getParameters().getDefaultNormalised (parameter.getId()),
+                                                     plugin.getParameters().getDefault (parameter.getId()),
                                                      self<ParameterInfo::Listener>());
     isConfirmed = false;
 
@@ -179,6 +188,11 @@ void EditorWindows::toggleMidiLearn()
 
     if (learnLayer->isShowing())
         learnLayer->grabKeyboardFocus();
+}
+
+bool EditorWindows::isMidiLearning() const
+{
+    return learnLayer != nullptr || plugin.getMidiControlMap().getLearnParameter() != nullptr;
 }
 
 void EditorWindows::endMidiLearn()

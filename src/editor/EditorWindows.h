@@ -43,6 +43,9 @@ public:
     /** Lets the user choose the control to learn for, or ends that. */
     void toggleMidiLearn();
 
+    /** Whether that goes on, or a controller is waited for. */
+    bool isMidiLearning() const;
+
     /** Asks what becomes of the changes to the parameters.
         @param onAnswer told a code of K7R::AlertWindow, and whether the user doesn't want to be asked again */
     void showPresetChangedAlert (std::function<void (int answer, bool isUnwanted)> onAnswer);

@@ -2,6 +2,7 @@
 
 #include "editor/ParameterInfo.h"
 
+#include "parameters/BoolParameter.h"
 #include "widgets/DefaultLookAndFeel.h"
 #include "widgets/Icons.h"
 
@@ -168,7 +169,7 @@ void ParameterInfo::MidiCCComponent::resized()
 }
 
 //==============================================================================
-ParameterInfo::ParameterInfo (Parameter& shown, MidiControlMap& map, float defaultNormalised, Listener& toTell) :
+ParameterInfo::ParameterInfo (Parameter& shown, MidiControlMap& map, const Parameter* original, Listener& toTell) :
     parameter (shown),
     listener (toTell),
     title ({}, shown.getName()),
@@ -189,8 +190,9 @@ ParameterInfo::ParameterInfo (Parameter& shown, MidiControlMap& map, float defau
     range.setColour (DefaultLookAndFeel::hardLabelTextId, juce::Colour (0xffa2a2a2));
 
     if (shown.isAutomatable())
-        range.setText (textAt (shown, 0.0f) + " to " + textAt (shown, 1.0f) + ", default "
-                           + textAt (shown, defaultNormalised),
+        range.setText (textAt (shown, 0.0f) + (dynamic_cast<const BoolParameter*> (&shown) != nullptr ? " or " : " to ")
+                           + textAt (shown, 1.0f)
+                           + (original != nullptr ? ", default " + original->getDisplayText() : juce::String()),
                        juce::dontSendNotification);
 
     for (auto* label : { &title, &value, &range })

@@ -32,8 +32,8 @@ public:
         virtual void parameterInfoReset (ParameterInfo&) = 0;
     };
 
-    /** @param defaultNormalised the parameter's default, 0 to 1 */
-    ParameterInfo (Parameter&, MidiControlMap&, float defaultNormalised, Listener&);
+    /** @param original a parameter with the default; null for none */
+    ParameterInfo (Parameter&, MidiControlMap&, const Parameter* original, Listener&);
     ~ParameterInfo() override;
 
     Parameter& getParameter() const noexcept { return parameter; }

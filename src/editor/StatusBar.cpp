@@ -68,7 +68,6 @@ void StatusBar::addButton (Popup popup, const juce::String& text, const juce::Dr
     button->setTooltip (tooltip);
     button->setColour (juce::TextButton::buttonColourId, findColour (DefaultLookAndFeel::statusBarBackgroundId));
     button->setClickingTogglesState (true);
-    button->setMouseClickGrabsKeyboardFocus (false);
     button->onClick = [this, popup] { buttonToggled (popup); };
     addAndMakeVisible (*button);
 }

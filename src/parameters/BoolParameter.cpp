@@ -2,10 +2,25 @@
 
 #include "parameters/BoolParameter.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace quilvane
 {
+
+namespace
+{
+
+constexpr std::array<const char*, 4> wordsForOn { "true", "1", "on", "yes" };
+constexpr std::array<const char*, 4> wordsForOff { "false", "0", "off", "no" };
+
+bool contains (const std::array<const char*, 4>& words, const juce::String& text)
+{
+    return std::any_of (words.begin(), words.end(), [&] (const char* word) { return text == word; });
+}
+
+} // namespace
 
 BoolParameter::BoolParameter (int id, const juce::String& name) : Parameter (id, name) {}
 
@@ -44,45 +59,71 @@ juce::var BoolParameter::getVar() const
     return value.load();
 }
 
-void BoolParameter::setFloat (float newValue, bool notify)
+bool BoolParameter::setFloat (float newValue, bool notify)
 {
-    if (! std::isnan (newValue))
-        setBool (newValue < 0.0f || newValue > 0.0f, notify);
+    return ! std::isnan (newValue) && setBool (newValue < 0.0f || newValue > 0.0f, notify);
 }
 
-void BoolParameter::setNormalised (float newValue, bool notify)
+bool BoolParameter::setNormalised (float newValue, bool notify)
 {
-    if (! std::isnan (newValue))
-        setBool (newValue >= 0.5f, notify);
+    return ! std::isnan (newValue) && setBool (newValue >= 0.5f, notify);
 }
 
-void BoolParameter::setInt (int newValue, bool notify)
+bool BoolParameter::setInt (int newValue, bool notify)
 {
-    setBool (newValue != 0, notify);
+    return setBool (newValue != 0, notify);
 }
 
-void BoolParameter::setBool (bool newValue, bool notify)
+bool BoolParameter::setBool (bool newValue, bool notify)
 {
-    if (value.exchange (newValue) != newValue && notify)
+    if (value.exchange (newValue) == newValue)
+        return false;
+
+    if (notify)
         notifyListeners();
+
+    return true;
 }
 
-void BoolParameter::setString (const juce::String& text, bool notify)
+bool BoolParameter::setString (const juce::String& text, bool notify)
 {
-    for (const auto* word : { "true", "1", "on", "yes" })
-        if (text == word)
-            return setBool (true, notify);
+    if (contains (wordsForOn, text))
+        return setBool (true, notify);
 
-    for (const auto* word : { "false", "0", "off", "no" })
-        if (text == word)
-            return setBool (false, notify);
+    if (contains (wordsForOff, text))
+        return setBool (false, notify);
 
-    setNormalised (text.getFloatValue(), notify);
+    return setNormalised (text.getFloatValue(), notify);
 }
 
-void BoolParameter::copyFrom (const Parameter& other, bool notify)
+bool BoolParameter::setTypedNumber (double number, bool notify)
 {
-    setBool (other.getBool(), notify);
+    if (number != 0.0 && number != 1.0)
+        return false;
+
+    setBool (number > 0.0, notify);
+    return true;
+}
+
+bool BoolParameter::setTypedText (const juce::String& text, bool notify)
+{
+    auto word = text.trim().toLowerCase();
+
+    if (const auto ending = getUnit().trim().toLowerCase(); ending.isNotEmpty() && word.endsWith (ending))
+        word = word.dropLastCharacters (ending.length()).trimEnd();
+
+    const auto isOn = contains (wordsForOn, word);
+
+    if (! isOn && ! contains (wordsForOff, word))
+        return false;
+
+    setBool (isOn, notify);
+    return true;
+}
+
+bool BoolParameter::copyFrom (const Parameter& other, bool notify)
+{
+    return setBool (other.getBool(), notify);
 }
 
 //==============================================================================
@@ -96,14 +137,15 @@ juce::String StateParameter::getString() const
     return getBool() ? "On" : "Off";
 }
 
-void StateParameter::setString (const juce::String& text, bool notify)
+bool StateParameter::setString (const juce::String& text, bool notify)
 {
     if (text.equalsIgnoreCase ("on"))
-        setBool (true, notify);
-    else if (text.equalsIgnoreCase ("off"))
-        setBool (false, notify);
-    else
-        BoolParameter::setString (text, notify);
+        return setBool (true, notify);
+
+    if (text.equalsIgnoreCase ("off"))
+        return setBool (false, notify);
+
+    return BoolParameter::setString (text, notify);
 }
 
 //==============================================================================

@@ -23,19 +23,25 @@ public:
     juce::var getVar() const override;
 
     /** On for every value but 0. */
-    void setFloat (float value, bool notify) override;
+    bool setFloat (float value, bool notify) override;
 
     /** On from 0.5. */
-    void setNormalised (float value, bool notify) override;
-    void setInt (int value, bool notify) override;
-    void setBool (bool value, bool notify) override;
+    bool setNormalised (float value, bool notify) override;
+    bool setInt (int value, bool notify) override;
+    bool setBool (bool value, bool notify) override;
 
     /** Takes "true", "1", "on", "yes" and their opposites, compared exactly; any other text is read
         as a normalised number. */
-    void setString (const juce::String& text, bool notify) override;
-    void copyFrom (const Parameter& other, bool notify) override;
+    bool setString (const juce::String& text, bool notify) override;
+    bool copyFrom (const Parameter& other, bool notify) override;
+
+    /** Takes 0 and 1. */
+    bool setTypedNumber (double number, bool notify) override;
 
 protected:
+    /** Takes the words of setString() in any case. */
+    bool setTypedText (const juce::String& text, bool notify) override;
+
     template <typename Class>
     std::unique_ptr<Parameter> cloneAs (int newId, const juce::String& newName) const
     {
@@ -58,7 +64,7 @@ public:
 
     std::unique_ptr<Parameter> clone (int newId, const juce::String& newName) const override;
     juce::String getString() const override;
-    void setString (const juce::String& text, bool notify) override;
+    bool setString (const juce::String& text, bool notify) override;
 };
 
 /** A switch that reads "1" or "0". */

@@ -2,8 +2,13 @@
 
 #include "parameters/BoundedXml.h"
 
-#include <cstring>
+#include <atomic>
+#include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
+
+#include "parameters/SafeFile.h"
 
 namespace quilvane
 {
@@ -11,150 +16,244 @@ namespace quilvane
 namespace
 {
 
-using Reader = juce::CharPointer_UTF8;
+using Utf8 = juce::CharPointer_UTF8;
 
-/** Whether a text is an XML document of the strict kind that our own writers write.
+/** Keeps JUCE's pool of names small. The pool serves the whole process and lets go of names that nobody uses every
+    30 s at most, while each new name moves half of all others. */
+void makeRoomForNames (int numNames)
+{
+    constexpr int namesBetweenCollections = 1024;
+    static std::atomic<int> numPooled { 0 };
+
+    if (numPooled.fetch_add (numNames) + numNames > namesBetweenCollections)
+    {
+        numPooled = 0;
+        juce::StringPool::getGlobalPool().garbageCollect();
+    }
+}
+
+/** Reads an XML document of the strict kind that our own writers write, in time by its length.
 
     JUCE's parser goes on behind what it can't make sense of, and then reads past the end, recurses without bound or
-    never comes back. Of a document that is well formed there is only one way to read it.
+    never comes back; its time goes by the square of the length of a value and of the number of names.
 */
 class StrictXml
 {
 public:
-    explicit StrictXml (Reader document) : text (document) {}
-
-    bool isWellFormed()
+    enum class Extent
     {
-        while (! isDone)
-            if (! readNext())
-                return false;
+        head, // the outermost tag
+        everything,
+    };
 
-        return true;
+    /** @param document has to outlive this */
+    StrictXml (std::string_view document, Extent toRead) : rest (document), extent (toRead) {}
+
+    ~StrictXml() { makeRoomForNames (static_cast<int> (names.size())); }
+
+    /** Returns the outermost element; null if anything up to its end isn't well formed, or is too much. */
+    std::unique_ptr<juce::XmlElement> read()
+    {
+        for (;;)
+        {
+            skipWhitespace();
+
+            if (! startsWith ("<!--") && ! startsWith ("<?"))
+                break;
+
+            if (! (skip ("<!--") ? skipPast ("-->") : skipPast ("?>")))
+                return nullptr;
+        }
+
+        if (! skip ("<"))
+            return nullptr;
+
+        return readElement (1);
     }
 
 private:
-    bool readNext()
-    {
-        if (text.isEmpty())
-            return false;
+    using Element = std::unique_ptr<juce::XmlElement>;
 
-        if (startsWith ("<!--"))
-            return skipPast (4, "-->");
-
-        if (startsWith ("<?"))
-            // Text behind one among the elements would keep the parser for ever.
-            return openTags.empty() && skipPast (2, "?>");
-
-        if (startsWith ("<![CDATA["))
-            return ! openTags.empty() && skipPast (9, "]]>");
-
-        if (startsWith ("</"))
-            return readClosingTag();
-
-        const auto c = text.getAndAdvance();
-
-        if (c == '<')
-            return readOpeningTag();
-
-        if (openTags.empty())
-            return juce::CharacterFunctions::isWhitespace (c);
-
-        return c != '&' || readEntity();
-    }
-
-    bool readOpeningTag()
+    /** Reads on behind the "<". */
+    Element readElement (int depth)
     {
         const auto name = readName();
 
-        if (name.isEmpty() || openTags.size() >= static_cast<size_t> (maximumXmlDepth))
-            return false;
+        if (! mayAdd (name) || depth > maximumXmlDepth)
+            return nullptr;
 
-        for (;;)
+        auto element = std::make_unique<juce::XmlElement> (names[name]);
+
+        for (int numAttributes = 0;; ++numAttributes)
         {
             const auto hasSpace = skipWhitespace();
 
-            if (startsWith ("/>"))
-            {
-                text += 2;
-                isDone = openTags.empty();
-                return true;
-            }
+            if (skip ("/>"))
+                return element;
 
-            if (startsWith (">"))
-            {
-                ++text;
-                openTags.push_back (name);
-                return true;
-            }
+            if (skip (">"))
+                break;
 
-            if (! hasSpace || ! readAttribute())
-                return false;
+            if (! hasSpace || numAttributes >= maximumXmlAttributes || ! readAttribute (*element))
+                return nullptr;
         }
+
+        if (extent != Extent::head && ! readContent (*element, name, depth))
+            return nullptr;
+
+        return element;
     }
 
-    bool readAttribute()
+    bool readAttribute (juce::XmlElement& element)
     {
-        if (readName().isEmpty())
+        const auto name = readName();
+
+        if (! mayAdd (name))
             return false;
 
         skipWhitespace();
 
-        if (text.getAndAdvance() != '=')
+        if (! skip ("="))
             return false;
 
         skipWhitespace();
-        const auto quote = text.getAndAdvance();
 
-        if (quote != '"' && quote != '\'')
+        if (! startsWith ("\"") && ! startsWith ("'"))
             return false;
 
-        for (auto c = text.getAndAdvance(); c != quote; c = text.getAndAdvance())
-            if (c == 0 || c == '<' || (c == '&' && ! readEntity()))
-                return false;
+        const char ends[] { rest.front(), '&', '<', 0 };
+        std::string value;
+        rest.remove_prefix (1);
 
-        return true;
-    }
-
-    bool readClosingTag()
-    {
-        text += 2;
-
-        if (openTags.empty() || readName() != openTags.back())
-            return false;
-
-        openTags.pop_back();
-        skipWhitespace();
-        isDone = openTags.empty();
-        return text.getAndAdvance() == '>';
-    }
-
-    /** What stands behind an ampersand: one of the five names that need no declaration, or a character's number. */
-    bool readEntity()
-    {
-        for (const auto* name : { "amp;", "quot;", "apos;", "lt;", "gt;" })
+        for (;;)
         {
-            if (startsWith (name))
+            takeUpTo (ends, value);
+
+            if (rest.empty() || rest.front() == '<')
+                return false;
+
+            if (skip ("&"))
             {
-                text += static_cast<int> (std::strlen (name));
+                if (! readEntity (value))
+                    return false;
+
+                continue;
+            }
+
+            rest.remove_prefix (1);
+
+            // Of several of one name the first counts, as it always did.
+            if (const auto& id = names[name]; ! element.hasAttribute (id))
+                element.setAttribute (id, toString (value));
+
+            return true;
+        }
+    }
+
+    /** Reads what stands between an element's tags, and its closing tag. */
+    bool readContent (juce::XmlElement& parent, std::string_view name, int depth)
+    {
+        std::vector<Element> children;
+        std::string text;
+
+        for (;;)
+        {
+            takeUpTo ("&<", text);
+
+            if (skip ("&"))
+            {
+                if (! readEntity (text))
+                    return false;
+
+                continue;
+            }
+
+            // A comment doesn't part a text.
+            if (skip ("<!--"))
+            {
+                if (! skipPast ("-->"))
+                    return false;
+
+                continue;
+            }
+
+            if (! addText (children, text))
+                return false;
+
+            if (skip ("</"))
+            {
+                adopt (parent, children);
+                return readName() == name && (skipWhitespace(), skip (">"));
+            }
+
+            if (skip ("<![CDATA["))
+            {
+                const auto data = rest.substr (0, rest.find ("]]>"));
+
+                if (! skipPast ("]]>") || ! mayAddNode())
+                    return false;
+
+                children.emplace_back (juce::XmlElement::createTextElement (toString (data)));
+            }
+            else
+            {
+                if (! skip ("<"))
+                    return false;
+
+                children.push_back (readElement (depth + 1));
+
+                if (children.back() == nullptr)
+                    return false;
+            }
+        }
+    }
+
+    /** Moves a text, unless it is blank, behind the children. */
+    bool addText (std::vector<Element>& children, std::string& text)
+    {
+        const auto isBlank = text.find_first_not_of (whitespace) == std::string::npos;
+
+        if (! isBlank)
+            children.emplace_back (juce::XmlElement::createTextElement (toString (text)));
+
+        text.clear();
+        return isBlank || mayAddNode();
+    }
+
+    /** Gives an element its children. From the last one on, because each is put in front in no time. */
+    static void adopt (juce::XmlElement& parent, std::vector<Element>& children)
+    {
+        for (auto child = children.rbegin(); child != children.rend(); ++child)
+            parent.prependChildElement (child->release());
+    }
+
+    /** Decodes what stands behind an ampersand: one of the five names that need no declaration, or a character's
+        number. */
+    bool readEntity (std::string& text)
+    {
+        constexpr std::pair<std::string_view, char> known[] {
+            { "amp;", '&' }, { "quot;", '"' }, { "apos;", '\'' }, { "lt;", '<' }, { "gt;", '>' }
+        };
+
+        for (const auto& [name, character] : known)
+        {
+            if (skip (name))
+            {
+                text += character;
                 return true;
             }
         }
 
-        if (! startsWith ("#"))
+        if (! skip ("#"))
             return false;
 
-        ++text;
-        const auto base = startsWith ("x") ? 16 : 10;
-
-        if (base == 16)
-            ++text;
-
+        const auto base = skip ("x") ? 16 : 10;
         constexpr int lastCharacter = 0x10ffff, firstSurrogate = 0xd800, lastSurrogate = 0xdfff;
         int character = 0;
 
-        for (; *text != ';'; ++text)
+        for (; ! startsWith (";"); rest.remove_prefix (1))
         {
-            const auto digit = juce::CharacterFunctions::getHexDigitValue (*text);
+            const auto digit = rest.empty() ? -1 : juce::CharacterFunctions::getHexDigitValue (byteAt (0));
 
             if (digit < 0 || digit >= base || character > lastCharacter)
                 return false;
@@ -162,92 +261,140 @@ private:
             character = character * base + digit;
         }
 
-        ++text;
-        return character > 0 && character <= lastCharacter
-               && ! (character >= firstSurrogate && character <= lastSurrogate);
+        rest.remove_prefix (1);
+
+        if (character <= 0 || character > lastCharacter || (character >= firstSurrogate && character <= lastSurrogate))
+            return false;
+
+        char bytes[8] {};
+        Utf8 end (bytes);
+        end.write (static_cast<juce::juce_wchar> (character));
+        text.append (bytes, end.getAddress());
+        return true;
     }
 
-    /** Letters, digits and "-._:" of ASCII; empty if there are none. */
-    juce::String readName()
+    //==============================================================================
+    /** Reads letters, digits and "-._:" of ASCII; empty if there are none. */
+    std::string_view readName()
     {
-        const auto start = text;
+        size_t length = 0;
 
-        while (*text < 128 && (juce::CharacterFunctions::isLetterOrDigit (*text) || isAnyOf (*text, "-._:")))
-            ++text;
+        while (length < rest.size() && isOfName (byteAt (length)))
+            ++length;
 
-        return { start, text };
+        const auto name = rest.substr (0, length);
+        rest.remove_prefix (length);
+        return name;
+    }
+
+    static bool isOfName (juce::juce_wchar c)
+    {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' || c == '.'
+               || c == '_' || c == ':';
+    }
+
+    /** Returns whether a name is one, and there may be another element or attribute of it. */
+    bool mayAdd (std::string_view name)
+    {
+        if (name.empty() || name.size() > maximumXmlNameBytes || ! mayAddNode())
+            return false;
+
+        if (names.count (name) == 0)
+        {
+            if (names.size() >= maximumXmlNames)
+                return false;
+
+            names.emplace (name, juce::Identifier (toString (name)));
+        }
+
+        return true;
+    }
+
+    bool mayAddNode() noexcept { return ++numNodes <= maximumXmlNodes; }
+
+    //==============================================================================
+    juce::juce_wchar byteAt (size_t index) const
+    {
+        return static_cast<juce::juce_wchar> (static_cast<unsigned char> (rest[index]));
+    }
+
+    bool startsWith (std::string_view prefix) const { return rest.substr (0, prefix.size()) == prefix; }
+
+    bool skip (std::string_view expected)
+    {
+        if (! startsWith (expected))
+            return false;
+
+        rest.remove_prefix (expected.size());
+        return true;
     }
 
     bool skipWhitespace()
     {
-        const auto start = text;
-        text = text.findEndOfWhitespace();
-        return text != start;
+        const auto length = juce::jmin (rest.find_first_not_of (whitespace), rest.size());
+        rest.remove_prefix (length);
+        return length > 0;
     }
 
-    /** Moves past so many characters and then behind the next `end`; false if there is none. */
-    bool skipPast (int opening, const char* end)
+    /** Moves behind the next `end`; false if there is none. */
+    bool skipPast (std::string_view end)
     {
-        for (text += opening; ! startsWith (end); ++text)
-            if (text.isEmpty())
-                return false;
-
-        text += static_cast<int> (std::strlen (end));
-        return true;
+        const auto position = rest.find (end);
+        rest.remove_prefix (position != std::string_view::npos ? position + end.size() : 0);
+        return position != std::string_view::npos;
     }
 
-    bool startsWith (const char* prefix) const
+    /** Appends all up to one of these characters, or to the end. */
+    void takeUpTo (const char* characters, std::string& text)
     {
-        return text.compareUpTo (juce::CharPointer_ASCII (prefix), static_cast<int> (std::strlen (prefix))) == 0;
+        const auto length = juce::jmin (rest.find_first_of (characters), rest.size());
+        text += rest.substr (0, length);
+        rest.remove_prefix (length);
     }
 
-    static bool isAnyOf (juce::juce_wchar c, const char* characters)
+    static juce::String toString (std::string_view text)
     {
-        return c != 0 && juce::CharPointer_ASCII (characters).indexOf (c) >= 0;
+        return juce::String::fromUTF8 (text.data(), static_cast<int> (text.size()));
     }
 
-    Reader text;
-    std::vector<juce::String> openTags;
-    bool isDone = false; // the outermost element is read; the parser doesn't look further
+    static constexpr auto whitespace = " \t\n\v\f\r";
+
+    std::string_view rest;
+    const Extent extent;
+    int numNodes = 0;
+    std::unordered_map<std::string_view, juce::Identifier> names;
 };
 
-bool isValidText (const juce::String& text)
+std::unique_ptr<juce::XmlElement> parse (const juce::String& text, StrictXml::Extent extent)
 {
     const auto numBytes = text.getNumBytesAsUTF8();
 
     // Readers of characters trust the encoding, and would run past the end of a broken one.
-    return numBytes <= static_cast<size_t> (maximumXmlBytes)
-           && Reader::isValidString (text.toRawUTF8(), static_cast<int> (numBytes));
+    if (numBytes > static_cast<size_t> (maximumXmlBytes)
+        || ! Utf8::isValidString (text.toRawUTF8(), static_cast<int> (numBytes)))
+        return nullptr;
+
+    return StrictXml ({ text.toRawUTF8(), numBytes }, extent).read();
 }
 
 } // namespace
 
 std::unique_ptr<juce::XmlElement> parseBoundedXml (const juce::String& text)
 {
-    return isValidText (text) && StrictXml (text.toUTF8()).isWellFormed() ? juce::parseXML (text) : nullptr;
+    return parse (text, StrictXml::Extent::everything);
 }
 
 std::unique_ptr<juce::XmlElement> parseBoundedXmlHead (const juce::String& text)
 {
-    if (text.containsIgnoreCase ("<!DOCTYPE") || ! isValidText (text))
-        return nullptr;
-
-    return juce::XmlDocument (text).getDocumentElement (true);
+    return parse (text, StrictXml::Extent::head);
 }
 
 juce::String readBoundedText (const juce::File& file)
 {
-    // Pipes and devices have no size; the size that a file had is no promise either.
-    if (! file.existsAsFile() || file.getSize() <= 0 || file.getSize() > maximumXmlBytes)
-        return {};
-
-    juce::FileInputStream stream (file);
     juce::MemoryBlock bytes;
-
-    if (stream.failedToOpen() || stream.readIntoMemoryBlock (bytes, maximumXmlBytes + 1) > maximumXmlBytes)
-        return {};
-
-    return juce::String::createStringFromData (bytes.getData(), static_cast<int> (bytes.getSize()));
+    return readRegularFile (file, maximumXmlBytes, bytes)
+               ? juce::String::createStringFromData (bytes.getData(), static_cast<int> (bytes.getSize()))
+               : juce::String();
 }
 
 std::unique_ptr<juce::XmlElement> parseBoundedXml (const juce::File& file)

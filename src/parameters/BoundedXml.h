@@ -9,19 +9,18 @@
 namespace quilvane
 {
 
-/** Parses an XML document that may come from anywhere.
+/** Parses an XML document that may come from anywhere, in time by its length.
 
-    A document with more than maximumXmlBytes bytes of UTF-8 or with elements nested deeper than
-    maximumXmlDepth is refused, as is one that isn't well formed, has a document type declaration, processing
-    instructions among its elements, names beyond ASCII, or entities but the five that need no declaration and
-    the numbers of characters: there JUCE's parser could recurse without bound, never come back, or read past the
-    end. None of our own documents comes near these bounds. What follows the outermost element isn't looked at.
+    A document beyond the bounds below is refused, as is one that isn't well formed, has a document type declaration,
+    processing instructions among its elements, names beyond ASCII, or entities but the five that need no declaration
+    and the numbers of characters. What follows the outermost element isn't looked at.
 
     @returns null for an unreadable or refused document
 */
 std::unique_ptr<juce::XmlElement> parseBoundedXml (const juce::String& text);
 
-/** The same for the outermost element alone, without its children: what follows its tag isn't looked at. */
+/** The same for the outermost element alone, without its children: what follows its tag isn't looked at, but has to be
+    within maximumXmlBytes. */
 std::unique_ptr<juce::XmlElement> parseBoundedXmlHead (const juce::String& text);
 
 /** The same for a file; one that is missing or too large gives null and is not read. */
@@ -31,7 +30,12 @@ std::unique_ptr<juce::XmlElement> parseBoundedXml (const juce::File& file);
     regular file, or larger than maximumXmlBytes. */
 juce::String readBoundedText (const juce::File& file);
 
-constexpr int maximumXmlBytes = 4 * 1024 * 1024;
-constexpr int maximumXmlDepth = 64;
+// Ten times what the largest of our own documents hold, and more.
+constexpr int maximumXmlBytes = 4 * 1024 * 1024; // in UTF-8
+constexpr int maximumXmlDepth = 64;              // of elements in each other
+constexpr int maximumXmlNodes = 131072;          // elements, attributes and texts together
+constexpr int maximumXmlAttributes = 128;        // of one element
+constexpr size_t maximumXmlNames = 1024;         // different ones, of elements and attributes together
+constexpr size_t maximumXmlNameBytes = 256;
 
 } // namespace quilvane

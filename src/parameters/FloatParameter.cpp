@@ -72,56 +72,73 @@ juce::var FloatParameter::getVar() const
     return static_cast<double> (value.load());
 }
 
-void FloatParameter::setFloat (float newValue, bool notify)
+bool FloatParameter::setFloat (float newValue, bool notify)
 {
     if (std::isnan (newValue))
-        return;
+        return false;
 
     const auto v = juce::jlimit (minimum, maximum, newValue);
-    store (v, juce::jlimit (0.0f, 1.0f, valueToNormalised (v)), notify);
+    return store (v, juce::jlimit (0.0f, 1.0f, valueToNormalised (v)), notify);
 }
 
-void FloatParameter::setNormalised (float newValue, bool notify)
+bool FloatParameter::setNormalised (float newValue, bool notify)
 {
     if (std::isnan (newValue))
-        return;
+        return false;
 
     const auto n = juce::jlimit (0.0f, 1.0f, newValue);
-    store (juce::jlimit (minimum, maximum, normalisedToValue (n)), n, notify);
+    return store (juce::jlimit (minimum, maximum, normalisedToValue (n)), n, notify);
 }
 
-void FloatParameter::setInt (int newValue, bool notify)
+bool FloatParameter::setInt (int newValue, bool notify)
 {
-    setFloat (static_cast<float> (newValue), notify);
+    return setFloat (static_cast<float> (newValue), notify);
 }
 
-void FloatParameter::setBool (bool newValue, bool notify)
+bool FloatParameter::setBool (bool newValue, bool notify)
 {
-    if (newValue)
-        store (maximum, 0.0f, notify);
-    else
-        store (minimum, 1.0f, notify);
+    return newValue ? store (maximum, 0.0f, notify) : store (minimum, 1.0f, notify);
 }
 
-void FloatParameter::setString (const juce::String& text, bool notify)
+bool FloatParameter::setString (const juce::String& text, bool notify)
 {
-    setFloat (text.getFloatValue(), notify);
+    return setFloat (text.getFloatValue(), notify);
 }
 
-void FloatParameter::copyFrom (const Parameter& other, bool notify)
+bool FloatParameter::copyFrom (const Parameter& other, bool notify)
 {
-    setFloat (other.getFloat(), notify);
+    return setFloat (other.getFloat(), notify);
 }
 
-void FloatParameter::store (float newValue, float newNormalised, bool notify)
+bool FloatParameter::setTypedNumber (double number, bool notify)
+{
+    if (std::isnan (number))
+        return false;
+
+    // A range may be wider than its curve, whose ends are what can be seen and automated.
+    const auto lowest = juce::jlimit (minimum, maximum, normalisedToValue (0.0f));
+    const auto highest = juce::jlimit (lowest, maximum, normalisedToValue (1.0f));
+    setFloat (static_cast<float> (juce::jlimit<double> (lowest, highest, number)), notify);
+    return true;
+}
+
+bool FloatParameter::setTypedText (const juce::String& text, bool notify)
+{
+    const auto number = readNumber (text, getUnit());
+    return number.has_value() && setTypedNumber (*number, notify);
+}
+
+bool FloatParameter::store (float newValue, float newNormalised, bool notify)
 {
     if (value.exchange (newValue) == newValue)
-        return;
+        return false;
 
     normalised = newNormalised;
 
     if (notify)
         notifyListeners();
+
+    return true;
 }
 
 } // namespace quilvane

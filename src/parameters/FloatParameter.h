@@ -33,15 +33,16 @@ public:
     juce::String getString() const override;
     juce::var getVar() const override;
 
-    void setFloat (float value, bool notify) override;
-    void setNormalised (float value, bool notify) override;
-    void setInt (int value, bool notify) override;
+    bool setFloat (float value, bool notify) override;
+    bool setNormalised (float value, bool notify) override;
+    bool setInt (int value, bool notify) override;
 
     /** True stores the maximum with a normalised value of 0, false the minimum with 1: here, and
         only here, the normalised word runs against the plain one. */
-    void setBool (bool value, bool notify) override;
-    void setString (const juce::String& text, bool notify) override;
-    void copyFrom (const Parameter& other, bool notify) override;
+    bool setBool (bool value, bool notify) override;
+    bool setString (const juce::String& text, bool notify) override;
+    bool copyFrom (const Parameter& other, bool notify) override;
+    bool setTypedNumber (double number, bool notify) override;
 
 protected:
     virtual float normalisedToValue (float normalisedValue) const;
@@ -52,9 +53,10 @@ protected:
     void initialiseNormalised (float normalisedValue) noexcept { normalised = normalisedValue; }
 
     void copyStateTo (FloatParameter& other) const;
+    bool setTypedText (const juce::String& text, bool notify) override;
 
 private:
-    void store (float newValue, float newNormalised, bool notify);
+    bool store (float newValue, float newNormalised, bool notify);
 
     const float minimum;
     const float maximum;

@@ -60,51 +60,71 @@ juce::var IntParameter::getVar() const
     return value.load();
 }
 
-void IntParameter::setFloat (float newValue, bool notify)
+bool IntParameter::setFloat (float newValue, bool notify)
 {
     if (std::isnan (newValue))
-        return;
+        return false;
 
     // Clamped before the conversion, which is undefined for a number that no integer can hold.
     const auto clamped =
         juce::jlimit (static_cast<double> (minimum), static_cast<double> (maximum), static_cast<double> (newValue));
-    store (static_cast<int> (clamped), notify);
+    return store (static_cast<int> (clamped), notify);
 }
 
-void IntParameter::setNormalised (float newValue, bool notify)
+bool IntParameter::setNormalised (float newValue, bool notify)
 {
     if (std::isnan (newValue))
-        return;
+        return false;
 
     const auto range = static_cast<float> (maximum - minimum);
     const auto step = static_cast<int> (std::floor (range * juce::jlimit (0.0f, 1.0f, newValue) + 0.5f));
-    store (step + minimum, notify);
+    return store (step + minimum, notify);
 }
 
-void IntParameter::setInt (int newValue, bool notify)
+bool IntParameter::setInt (int newValue, bool notify)
 {
-    store (juce::jlimit (minimum, maximum, newValue), notify);
+    return store (juce::jlimit (minimum, maximum, newValue), notify);
 }
 
-void IntParameter::setBool (bool newValue, bool notify)
+bool IntParameter::setBool (bool newValue, bool notify)
 {
-    store (newValue ? maximum : minimum, notify);
+    return store (newValue ? maximum : minimum, notify);
 }
 
-void IntParameter::setString (const juce::String& text, bool notify)
+bool IntParameter::setString (const juce::String& text, bool notify)
 {
-    setInt (text.getIntValue(), notify);
+    return setInt (text.getIntValue(), notify);
 }
 
-void IntParameter::copyFrom (const Parameter& other, bool notify)
+bool IntParameter::copyFrom (const Parameter& other, bool notify)
 {
-    setInt (other.getInt(), notify);
+    return setInt (other.getInt(), notify);
 }
 
-void IntParameter::store (int newValue, bool notify)
+bool IntParameter::setTypedNumber (double number, bool notify)
 {
-    if (value.exchange (newValue) != newValue && notify)
+    if (number != std::floor (number))
+        return false;
+
+    setInt (static_cast<int> (juce::jlimit<double> (minimum, maximum, number)), notify);
+    return true;
+}
+
+bool IntParameter::setTypedText (const juce::String& text, bool notify)
+{
+    const auto number = readNumber (text, getUnit());
+    return number.has_value() && setTypedNumber (*number, notify);
+}
+
+bool IntParameter::store (int newValue, bool notify)
+{
+    if (value.exchange (newValue) == newValue)
+        return false;
+
+    if (notify)
         notifyListeners();
+
+    return true;
 }
 
 //==============================================================================
@@ -135,14 +155,28 @@ juce::String EnumParameter::getString() const
     return names[getInt()];
 }
 
-void EnumParameter::setString (const juce::String& text, bool notify)
+bool EnumParameter::setString (const juce::String& text, bool notify)
 {
     const auto index = names.indexOf (text);
 
-    if (index >= 0)
-        setInt (index, notify);
-    else
-        setNormalised (text.getFloatValue(), notify);
+    return index >= 0 ? setInt (index, notify) : setNormalised (text.getFloatValue(), notify);
+}
+
+bool EnumParameter::setTypedText (const juce::String& text, bool notify)
+{
+    const auto name = text.trim();
+
+    for (const auto ignoresCase : { false, true })
+        for (const auto* ending : { "", getUnit().toRawUTF8() })
+            for (int i = 0; i < names.size(); ++i)
+                if (const auto shown = (names[i] + juce::String::fromUTF8 (ending)).trim();
+                    ignoresCase ? shown.equalsIgnoreCase (name) : shown == name)
+                {
+                    setInt (i, notify);
+                    return true;
+                }
+
+    return false;
 }
 
 //==============================================================================
@@ -188,14 +222,27 @@ juce::String NoteParameter::getString() const
            + (octave < 10 ? juce::String (octave) : juce::String::charToString (tenthOctave));
 }
 
-void NoteParameter::setString (const juce::String& text, bool notify)
+bool NoteParameter::setString (const juce::String& text, bool notify)
 {
     const auto note = parseNoteName (text);
 
-    if (note >= 0)
-        setInt (note, notify);
-    else
-        setNormalised (text.getFloatValue(), notify);
+    return note >= 0 ? setInt (note, notify) : setNormalised (text.getFloatValue(), notify);
+}
+
+bool NoteParameter::setTypedText (const juce::String& text, bool notify)
+{
+    auto name = text.trim().toUpperCase();
+
+    if (name.length() == 2)
+        name = name.substring (0, 1) + "-" + name.substring (1);
+
+    const auto note = parseNoteName (name);
+
+    if (note < 0)
+        return IntParameter::setTypedText (text, notify);
+
+    setInt (note, notify);
+    return true;
 }
 
 int NoteParameter::parseNoteName (const juce::String& text)

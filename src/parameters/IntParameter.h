@@ -28,21 +28,26 @@ public:
     juce::var getVar() const override;
 
     /** Truncates towards zero. */
-    void setFloat (float value, bool notify) override;
+    bool setFloat (float value, bool notify) override;
 
     /** Rounds to the nearest value. */
-    void setNormalised (float value, bool notify) override;
-    void setInt (int value, bool notify) override;
-    void setBool (bool value, bool notify) override;
-    void setString (const juce::String& text, bool notify) override;
-    void copyFrom (const Parameter& other, bool notify) override;
+    bool setNormalised (float value, bool notify) override;
+    bool setInt (int value, bool notify) override;
+    bool setBool (bool value, bool notify) override;
+    bool setString (const juce::String& text, bool notify) override;
+    bool copyFrom (const Parameter& other, bool notify) override;
+
+    /** Takes whole numbers only. */
+    bool setTypedNumber (double number, bool notify) override;
 
 protected:
+    bool setTypedText (const juce::String& text, bool notify) override;
+
     /** Changes the range and clamps the value into it, with a notification if that changed it. */
     void setRange (int newMinimum, int newMaximum);
 
 private:
-    void store (int newValue, bool notify);
+    bool store (int newValue, bool notify);
 
     int minimum;
     int maximum;
@@ -68,7 +73,11 @@ public:
     juce::String getString() const override;
 
     /** Takes a name, compared exactly; any other text is read as a normalised number. */
-    void setString (const juce::String& text, bool notify) override;
+    bool setString (const juce::String& text, bool notify) override;
+
+protected:
+    /** Takes a name in any case, and no number that isn't one. */
+    bool setTypedText (const juce::String& text, bool notify) override;
 
 private:
     juce::StringArray names;
@@ -87,10 +96,14 @@ public:
     juce::String getString() const override;
 
     /** Takes a note name; any other text is read as a normalised number. */
-    void setString (const juce::String& text, bool notify) override;
+    bool setString (const juce::String& text, bool notify) override;
 
     /** The note of a three-character name, at most 127; -1 for any other text. */
     static int parseNoteName (const juce::String& text);
+
+protected:
+    /** Takes a note name in any case, with or without the "-" of a natural, and the note's number. */
+    bool setTypedText (const juce::String& text, bool notify) override;
 };
 
 } // namespace quilvane

@@ -2,6 +2,8 @@
 
 #include "parameters/MidiControlMap.h"
 
+#include <algorithm>
+
 #include "parameters/BoundedXml.h"
 #include "parameters/ParameterManager.h"
 
@@ -41,117 +43,175 @@ void MidiControlMap::handleController (const juce::MidiMessage& message)
     if (! isController (controller))
         return;
 
-    const auto count = learnCount.load();
-    auto* wanted = learnParameter.load();
+    auto learn = learning.load();
 
-    if (wanted != seenLearnParameter || count != seenLearnCount)
+    // Where an editor comes in between, what it left counts.
+    if (auto wanted = learn; learn.isOpen != 0 && learn.controller != controller)
     {
-        seenLearnParameter = wanted;
-        seenLearnCount = count;
-        learnController = wanted != nullptr ? getController (*wanted) : noController;
-        displaced = nullptr;
+        wanted.controller = static_cast<juce::int16> (controller);
+
+        if (learning.compare_exchange_strong (learn, wanted))
+            learn = wanted;
     }
 
-    if (wanted != nullptr && learnController != controller)
-        learn (*wanted, controller);
-
-    if (auto* target = entryAt (controller).load())
+    if (auto* target = getParameter (learn, controller))
     {
         target->setNormalised (static_cast<float> (bytes[2]) * valueScale, true);
         listeners.call ([this, target] (Listener& l) { l.controllerMoved (*this, *target); });
     }
 }
 
-void MidiControlMap::learn (Parameter& parameter, int controller)
+Parameter* MidiControlMap::getParameter (const Learn& learn) const noexcept
 {
-    // What the last attempt displaced returns.
-    if (learnController != noController)
-        entryAt (learnController) = displaced;
+    const auto& all = parameters.getParameters();
+    return juce::isPositiveAndBelow (learn.parameter, all.size())
+               ? all[static_cast<std::size_t> (learn.parameter)].get()
+               : nullptr;
+}
 
-    displaced = entryAt (controller).exchange (&parameter);
-    learnController = controller;
+Parameter* MidiControlMap::getParameter (const Learn& learn, int controller) const noexcept
+{
+    auto* entry = map[static_cast<std::size_t> (controller)].load();
+
+    if (learn.controller == noController)
+        return entry;
+
+    auto* learned = getParameter (learn);
+
+    if (learn.controller == controller)
+        return learned;
+
+    return entry != learned ? entry : nullptr;
+}
+
+Parameter* MidiControlMap::getParameter (int controller) const noexcept
+{
+    return isController (controller) ? getParameter (learning.load(), controller) : nullptr;
+}
+
+int MidiControlMap::getController (const Parameter& parameter) const noexcept
+{
+    const auto learn = learning.load();
+
+    for (int i = 0; i < numControllers; ++i)
+        if (getParameter (learn, i) == &parameter)
+            return i;
+
+    return noController;
+}
+
+Parameter* MidiControlMap::getLearnParameter() const noexcept
+{
+    const auto learn = learning.load();
+    return learn.isOpen != 0 ? getParameter (learn) : nullptr;
+}
+
+//==============================================================================
+MidiControlMap::Learn MidiControlMap::closeLearn() noexcept
+{
+    auto learn = learning.load();
+    auto closed = learn;
+
+    do
+    {
+        closed = learn;
+        closed.isOpen = 0;
+    } while (! learning.compare_exchange_weak (learn, closed));
+
+    return closed;
+}
+
+void MidiControlMap::keepLearned() noexcept
+{
+    // What was learned stays in force until the entries have it.
+    const auto learn = closeLearn();
+
+    if (auto* parameter = getParameter (learn); parameter != nullptr && learn.controller != noController)
+    {
+        for (int i = 0; i < numControllers; ++i)
+            if (auto& entry = map[static_cast<std::size_t> (i)]; i == learn.controller)
+                entry = parameter;
+            else if (entry == parameter)
+                entry = nullptr;
+    }
+
+    learning = Learn();
+}
+
+void MidiControlMap::replaceEntries (const Entries& entries) noexcept
+{
+    closeLearn();
+    std::copy (entries.begin(), entries.end(), map.begin());
+    learning = Learn();
 }
 
 //==============================================================================
 void MidiControlMap::assign (Parameter& parameter, int controller)
 {
+    const juce::ScopedLock scope (editLock);
+    keepLearned();
     const auto old = getController (parameter);
 
     if (old == controller)
         return;
 
     if (old != noController)
-        entryAt (old) = nullptr;
+        map[static_cast<std::size_t> (old)] = nullptr;
 
     if (isController (controller))
-        entryAt (controller) = &parameter;
+        map[static_cast<std::size_t> (controller)] = &parameter;
 }
 
 void MidiControlMap::startLearn (Parameter& parameter)
 {
-    if (learnParameter == nullptr)
-    {
-        std::copy (map.begin(), map.end(), mapBeforeLearn.begin());
-        ++learnCount;
-    }
+    const auto& all = parameters.getParameters();
+    const auto found = std::find_if (all.begin(), all.end(), [&] (const auto& p) { return p.get() == &parameter; });
 
-    learnParameter = &parameter;
-}
-
-void MidiControlMap::stopLearn() noexcept
-{
-    learnParameter = nullptr;
-}
-
-void MidiControlMap::cancelLearn() noexcept
-{
-    if (learnParameter.exchange (nullptr) == nullptr)
+    if (found == all.end())
         return;
 
-    for (std::size_t i = 0; i < map.size(); ++i)
-        map[i] = mapBeforeLearn[i];
+    const juce::ScopedLock scope (editLock);
+
+    if (getLearnParameter() == nullptr)
+        beforeLearn = takeSnapshot();
+
+    keepLearned();
+    learning = Learn { static_cast<juce::int32> (found - all.begin()), noController, 1 };
 }
 
-int MidiControlMap::getController (const Parameter& parameter) const noexcept
+void MidiControlMap::stopLearn()
 {
-    for (int i = 0; i < numControllers; ++i)
-        if (map[static_cast<std::size_t> (i)].load (std::memory_order_relaxed) == &parameter)
-            return i;
-
-    return noController;
+    const juce::ScopedLock scope (editLock);
+    keepLearned();
 }
 
-Parameter* MidiControlMap::getParameter (int controller) const noexcept
+void MidiControlMap::cancelLearn()
 {
-    return isController (controller) ? map[static_cast<std::size_t> (controller)].load() : nullptr;
+    const juce::ScopedLock scope (editLock);
+
+    if (getLearnParameter() != nullptr)
+        restore (beforeLearn);
 }
 
-void MidiControlMap::clear() noexcept
+MidiControlMap::Snapshot MidiControlMap::takeSnapshot() const
 {
-    for (auto& entry : map)
-        entry = nullptr;
-}
-
-MidiControlMap::Snapshot MidiControlMap::takeSnapshot() const noexcept
-{
+    const juce::ScopedLock scope (editLock);
+    const auto learn = learning.load();
     Snapshot snapshot;
     snapshot.numDocuments = numDocuments;
 
-    for (std::size_t i = 0; i < map.size(); ++i)
-        snapshot.entries[i] = map[i];
+    for (int i = 0; i < numControllers; ++i)
+        snapshot.entries[static_cast<std::size_t> (i)] = getParameter (learn, i);
 
     return snapshot;
 }
 
-void MidiControlMap::restore (const Snapshot& snapshot) noexcept
+void MidiControlMap::restore (const Snapshot& snapshot)
 {
-    if (! isCurrent (snapshot))
-        return;
+    const juce::ScopedLock scope (editLock);
 
-    stopLearn();
-
-    for (std::size_t i = 0; i < map.size(); ++i)
-        map[i] = snapshot.entries[i];
+    if (isCurrent (snapshot))
+        replaceEntries (snapshot.entries);
 }
 
 //==============================================================================
@@ -165,9 +225,7 @@ bool MidiControlMap::loadFromXml (const juce::XmlElement* xml)
         && ! xml->getStringAttribute (applicationAttribute).equalsIgnoreCase (name))
         return false;
 
-    ++numDocuments;
-    stopLearn();
-    clear();
+    Entries entries {};
 
     for (const auto* row : xml->getChildWithTagNameIterator (assignTag))
     {
@@ -175,9 +233,15 @@ bool MidiControlMap::loadFromXml (const juce::XmlElement* xml)
         const auto controller = row->getIntAttribute (controllerAttribute);
 
         if (parameter != nullptr && parameter->isAutomatable() && isController (controller))
-            assign (*parameter, controller);
+        {
+            std::replace (entries.begin(), entries.end(), parameter, static_cast<Parameter*> (nullptr));
+            entries[static_cast<std::size_t> (controller)] = parameter;
+        }
     }
 
+    const juce::ScopedLock scope (editLock);
+    ++numDocuments;
+    replaceEntries (entries);
     return true;
 }
 
@@ -191,9 +255,11 @@ std::unique_ptr<juce::XmlElement> MidiControlMap::createXml() const
     auto xml = std::make_unique<juce::XmlElement> (mapTag);
     xml->setAttribute (nameAttribute, name);
 
+    const auto entries = takeSnapshot().entries;
+
     for (int i = 0; i < numControllers; ++i)
     {
-        if (const auto* parameter = getParameter (i))
+        if (const auto* parameter = entries[static_cast<std::size_t> (i)])
         {
             auto* row = xml->createNewChildElement (assignTag);
             row->setAttribute (controllerAttribute, i);

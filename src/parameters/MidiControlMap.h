@@ -18,8 +18,9 @@ class ParameterManager;
 
 /** Connects MIDI controllers to parameters, on all channels alike, and learns such connections.
 
-    The audio thread feeds it controllers while the message thread edits it: every entry is one atomic
-    pointer, and neither side waits. A parameter sits at one controller at most.
+    The audio thread feeds it controllers while other threads edit it: every entry is one atomic pointer, and what is
+    being learned is one atomic word, which lies over the entries until it's kept or dropped. So the audio thread never
+    writes an entry, and never waits; editors share a lock. A parameter sits at one controller at most.
 
     Owned by the BasePlugin.
 */
@@ -44,7 +45,7 @@ public:
     void setName (const juce::String& newName) { name = newName; }
 
     //==============================================================================
-    /** Takes a control change of any channel; audio thread. While a parameter is being learned the
+    /** Takes a control change of any channel; audio thread, wait-free. While a parameter is being learned the
         controller takes it over, and the one that the last controller displaced returns to its place;
         the parameter at the controller, if any, then follows the value. */
     void handleController (const juce::MidiMessage&);
@@ -53,10 +54,10 @@ public:
     bool takeActivity() noexcept { return activity.exchange (false); }
 
     //==============================================================================
-    // Message thread.
+    // For any thread but the audio thread.
 
     /** Puts a parameter at a controller, in place of any other, and removes it from where it stood;
-        noController only removes. */
+        noController only removes. Ends learning and keeps what was learned. */
     void assign (Parameter&, int controller);
 
     /** The next controllers belong to this parameter, until stopLearn() or cancelLearn(). The map from
@@ -64,13 +65,13 @@ public:
     void startLearn (Parameter&);
 
     /** Ends learning and keeps what was learned. */
-    void stopLearn() noexcept;
+    void stopLearn();
 
     /** Ends learning and restores the map as it was before. */
-    void cancelLearn() noexcept;
+    void cancelLearn();
 
     /** The parameter that is being learned; null for none. Any thread. */
-    Parameter* getLearnParameter() const noexcept { return learnParameter; }
+    Parameter* getLearnParameter() const noexcept;
 
     /** The controller at which a parameter sits, or noController. Any thread. */
     int getController (const Parameter&) const noexcept;
@@ -78,23 +79,23 @@ public:
     /** The parameter at a controller; null for none. Any thread. */
     Parameter* getParameter (int controller) const noexcept;
 
-    void clear() noexcept;
+    using Entries = std::array<Parameter*, static_cast<std::size_t> (numControllers)>;
 
     /** What sits where at one moment, for going back to it. */
     struct Snapshot
     {
-        std::array<Parameter*, static_cast<std::size_t> (numControllers)> entries {};
+        Entries entries {};
         int numDocuments = 0; // that had been loaded until then
     };
 
-    Snapshot takeSnapshot() const noexcept;
+    Snapshot takeSnapshot() const;
 
     /** Whether no whole map has been loaded since, as a host does with its project. */
     bool isCurrent (const Snapshot& snapshot) const noexcept { return snapshot.numDocuments == numDocuments; }
 
     /** Goes back to a snapshot, and ends learning. Does nothing if a whole map has been loaded since: that one
         stands. */
-    void restore (const Snapshot&) noexcept;
+    void restore (const Snapshot&);
 
     // Before audio runs.
     void addListener (Listener* listener) { listeners.add (listener); }
@@ -112,28 +113,32 @@ public:
     std::unique_ptr<juce::XmlElement> createXml() const;
 
 private:
-    using Entries = std::array<std::atomic<Parameter*>, static_cast<std::size_t> (numControllers)>;
+    /** A learn in progress, which takes precedence over the entries. */
+    struct Learn
+    {
+        juce::int32 parameter = -1; // its place in the manager's list
+        juce::int16 controller = noController;
+        juce::int16 isOpen = 0; // to other controllers
+    };
 
-    std::atomic<Parameter*>& entryAt (int controller) { return map[static_cast<std::size_t> (controller)]; }
-    void learn (Parameter&, int controller);
+    Parameter* getParameter (const Learn&, int controller) const noexcept;
+    Parameter* getParameter (const Learn&) const noexcept;
+    Learn closeLearn() noexcept;
+    void keepLearned() noexcept;
+    void replaceEntries (const Entries&) noexcept;
 
     const ParameterManager& parameters;
     juce::String name;
     ListenerArray<Listener> listeners;
     std::atomic<bool> activity { false };
-    std::atomic<Parameter*> learnParameter { nullptr };
+
+    juce::CriticalSection editLock; // between editors, and for who needs a whole map
+    std::array<std::atomic<Parameter*>, static_cast<std::size_t> (numControllers)> map {};
+    std::atomic<Learn> learning { Learn() };
     std::atomic<int> numDocuments { 0 };
-    std::atomic<int> learnCount { 0 }; // tells a learn from one of the same parameter before it
-    Entries map {};
+    Snapshot beforeLearn;
 
-    // The audio thread's own view of a learn in progress.
-    Parameter* seenLearnParameter = nullptr;
-    int seenLearnCount = 0;
-    int learnController = noController;
-    Parameter* displaced = nullptr;
-
-    // The message thread's.
-    std::array<Parameter*, static_cast<std::size_t> (numControllers)> mapBeforeLearn {};
+    static_assert (std::atomic<Learn>::is_always_lock_free);
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (MidiControlMap)
 };

@@ -31,6 +31,23 @@ juce::String Parameter::getDisplayText() const
     return textFormatter != nullptr ? textFormatter->getText (*this) : getString() + unit;
 }
 
+bool Parameter::setDisplayText (const juce::String& text, bool notify)
+{
+    if (format == ValueFormat::none)
+        return setTypedText (text, notify);
+
+    const auto typed = readValue (format, text, unit);
+
+    if (! typed.has_value())
+        return false;
+
+    if (! typed->isNormalised)
+        return setTypedNumber (typed->number, notify);
+
+    setNormalised (static_cast<float> (typed->number), notify);
+    return true;
+}
+
 void Parameter::addListener (Listener* listener)
 {
     listeners.add (listener);

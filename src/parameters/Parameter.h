@@ -93,19 +93,31 @@ public:
     virtual juce::String getString() const = 0;
     virtual juce::var getVar() const = 0;
 
-    virtual void setFloat (float value, bool notify) = 0;
-    virtual void setNormalised (float value, bool notify) = 0;
-    virtual void setInt (int value, bool notify) = 0;
-    virtual void setBool (bool value, bool notify) = 0;
+    // Each returns whether the value has become another one. Who doesn't let it notify, does so later with
+    // notifyListeners().
+    virtual bool setFloat (float value, bool notify) = 0;
+    virtual bool setNormalised (float value, bool notify) = 0;
+    virtual bool setInt (int value, bool notify) = 0;
+    virtual bool setBool (bool value, bool notify) = 0;
 
     /** Takes machine text. Parses and may allocate, so not for the audio thread. */
-    virtual void setString (const juce::String& text, bool notify) = 0;
+    virtual bool setString (const juce::String& text, bool notify) = 0;
 
     /** Takes the value of another parameter, in the form that this class keeps. */
-    virtual void copyFrom (const Parameter& other, bool notify) = 0;
+    virtual bool copyFrom (const Parameter& other, bool notify) = 0;
 
     /** What hosts and displays show, with the unit. */
     juce::String getDisplayText() const;
+
+    /** Takes a text that a user typed: what getDisplayText() gives, with the unit, the beginning of it or none, and
+        names in any case. A number beyond the range gives the nearer end. The texts of a ParameterTextFormatter are
+        read as machine text.
+        @returns false for a text that names no value, which changes nothing */
+    bool setDisplayText (const juce::String& text, bool notify);
+
+    /** The same for a plain value that a user typed, with the limits that the user sees: those of setNormalised().
+        @returns false for a number that isn't among the values */
+    virtual bool setTypedNumber (double number, bool notify) = 0;
 
     //==============================================================================
     void addListener (Listener*);
@@ -128,6 +140,9 @@ protected:
     Parameter (int id, const juce::String& name);
 
     void copyPropertiesTo (Parameter& other) const;
+
+    /** Implements setDisplayText() for a parameter without a format. */
+    virtual bool setTypedText (const juce::String& text, bool notify) = 0;
 
 private:
     void triggerUpdate();

@@ -44,7 +44,7 @@ std::unique_ptr<Parameter> createEnum (int id, const juce::String& name, const j
 {
     auto parameter = std::make_unique<EnumParameter> (id, name);
     parameter->setEnumNames (names);
-    parameter->setString (value, true);
+    parameter->setString (value, false); // nobody listens yet, and a post could come before all is built
     return parameter;
 }
 
@@ -121,7 +121,7 @@ std::unique_ptr<Parameter> ParameterManager::createParameter (const juce::XmlEle
         if (parameter == nullptr)
             return nullptr;
 
-        parameter->setString (value, true);
+        parameter->setString (value, false); // nobody listens yet, and a post could come before all is built
     }
 
     parameter->setAutomatable (row.getBoolAttribute ("auto", false));
@@ -215,16 +215,13 @@ void ParameterManager::removeFromAll (Parameter::Listener* listener)
 
 void ParameterManager::notifyAll()
 {
-    const juce::ScopedReadLock scope (lock);
-
+    // Without the lock, like any call of listeners: none is added any more.
     for (const auto& parameter : parameters)
         parameter->notifyListeners();
 }
 
 void ParameterManager::deliverDeferredUpdates()
 {
-    const juce::ScopedReadLock scope (lock);
-
     for (const auto& parameter : parameters)
         parameter->deliverDeferredUpdate();
 }
@@ -232,13 +229,19 @@ void ParameterManager::deliverDeferredUpdates()
 void ParameterManager::captureDefaults()
 {
     for (const auto& parameter : parameters)
-        defaultNormalised[parameter->getId()] = parameter->getNormalised();
+        defaults[parameter->getId()] = parameter->clone (parameter->getId(), parameter->getName());
+}
+
+const Parameter* ParameterManager::getDefault (int id) const
+{
+    const auto found = defaults.find (id);
+    return found != defaults.end() ? found->second.get() : nullptr;
 }
 
 float ParameterManager::getDefaultNormalised (int id) const
 {
-    const auto found = defaultNormalised.find (id);
-    return found != defaultNormalised.end() ? found->second : 0.0f;
+    const auto* original = getDefault (id);
+    return original != nullptr ? original->getNormalised() : 0.0f;
 }
 
 } // namespace quilvane

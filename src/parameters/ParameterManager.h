@@ -71,10 +71,13 @@ public:
     /** Starts to serve asynchronous listeners of changes from other threads; message thread. */
     void startUpdates() { relay.start(); }
 
-    /** Keeps each parameter's normalised value as its default. Once, at the end of the start-up. */
+    /** Keeps each parameter's value as its default. Once, at the end of the start-up. */
     void captureDefaults();
 
-    /** The default kept by captureDefaults(); 0 for an unknown id. */
+    /** A parameter that has the default kept by captureDefaults(), and no listeners; null for an unknown id. */
+    const Parameter* getDefault (int id) const;
+
+    /** The default, normalised; 0 for an unknown id. */
     float getDefaultNormalised (int id) const;
 
 protected:
@@ -94,7 +97,7 @@ private:
     juce::String application;
     std::unordered_map<int, Parameter*> byId;
     std::unordered_map<juce::String, Parameter*> byName;
-    std::unordered_map<int, float> defaultNormalised;
+    std::unordered_map<int, std::unique_ptr<Parameter>> defaults;
 
     // Last, so that its ticks end before the parameters go.
     UpdateRelay relay;

@@ -52,45 +52,57 @@ juce::var StringParameter::getVar() const
     return getString();
 }
 
-void StringParameter::setFloat (float newValue, bool notify)
+bool StringParameter::setFloat (float newValue, bool notify)
 {
-    if (! std::isnan (newValue))
-        setString (juce::String (newValue), notify);
+    return ! std::isnan (newValue) && setString (juce::String (newValue), notify);
 }
 
-void StringParameter::setNormalised (float newValue, bool notify)
+bool StringParameter::setNormalised (float newValue, bool notify)
 {
-    setFloat (newValue, notify);
+    return setFloat (newValue, notify);
 }
 
-void StringParameter::setInt (int newValue, bool notify)
+bool StringParameter::setInt (int newValue, bool notify)
 {
-    setString (juce::String (newValue), notify);
+    return setString (juce::String (newValue), notify);
 }
 
-void StringParameter::setBool (bool newValue, bool notify)
+bool StringParameter::setBool (bool newValue, bool notify)
 {
-    setString (newValue ? "true" : "false", notify);
+    return setString (newValue ? "true" : "false", notify);
 }
 
-void StringParameter::setString (const juce::String& text, bool notify)
+bool StringParameter::setString (const juce::String& text, bool notify)
 {
     {
         const juce::ScopedWriteLock scope (lock);
 
         if (value == text)
-            return;
+            return false;
 
         value = text;
     }
 
     if (notify)
         notifyListeners();
+
+    return true;
 }
 
-void StringParameter::copyFrom (const Parameter& other, bool notify)
+bool StringParameter::setTypedNumber (double number, bool notify)
 {
-    setString (other.getString(), notify);
+    return setTypedText (juce::String (number), notify);
+}
+
+bool StringParameter::setTypedText (const juce::String& text, bool notify)
+{
+    setString (text, notify);
+    return true;
+}
+
+bool StringParameter::copyFrom (const Parameter& other, bool notify)
+{
+    return setString (other.getString(), notify);
 }
 
 } // namespace quilvane

@@ -26,13 +26,20 @@ public:
     juce::var getVar() const override;
 
     // Each stores the decimal text of the number, or "true" or "false".
-    void setFloat (float value, bool notify) override;
-    void setNormalised (float value, bool notify) override;
-    void setInt (int value, bool notify) override;
-    void setBool (bool value, bool notify) override;
+    bool setFloat (float value, bool notify) override;
+    bool setNormalised (float value, bool notify) override;
+    bool setInt (int value, bool notify) override;
+    bool setBool (bool value, bool notify) override;
 
-    void setString (const juce::String& text, bool notify) override;
-    void copyFrom (const Parameter& other, bool notify) override;
+    bool setString (const juce::String& text, bool notify) override;
+    bool copyFrom (const Parameter& other, bool notify) override;
+
+    /** Stores its decimal text. */
+    bool setTypedNumber (double number, bool notify) override;
+
+protected:
+    /** Takes any text. */
+    bool setTypedText (const juce::String& text, bool notify) override;
 
 private:
     juce::ReadWriteLock lock;

@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <optional>
+
 #include <juce_core/juce_core.h>
 
 namespace quilvane
@@ -43,5 +45,21 @@ struct FormattableValue
 
 /** The text of a value with its unit, in any format but `none`, which gives an empty text. */
 juce::String formatValue (ValueFormat, const FormattableValue&, const juce::String& unit);
+
+//==============================================================================
+/** The value that a typed text stands for. */
+struct TypedValue
+{
+    double number;
+    bool isNormalised; // 0 to 1, or a plain value; beyond the range of either, too
+};
+
+/** Reads what formatValue() writes, as people type it: with the unit, the beginning of it or none, in any case; with
+    blanks around it, with or without a sign of plus; thousands with or without a "k" where the format has one; of a
+    crossfade both parts, or the second alone. Nothing for any other text, and for the format `none`. */
+std::optional<TypedValue> readValue (ValueFormat, const juce::String& text, const juce::String& unit);
+
+/** Reads a number, and the unit or the beginning of it; nothing for any other text. */
+std::optional<double> readNumber (const juce::String& text, const juce::String& unit);
 
 } // namespace quilvane

@@ -17,8 +17,7 @@ void BaseGFXController::readFromXml (const juce::XmlElement& element, SkinFile& 
     {
         framesNum = juce::jmax (1, gfx->getIntAttribute ("framesNum", 1));
 
-        if (const auto image = skin.getImage (gfx->getStringAttribute ("resource")); image.isValid())
-            setImage (image, gfx->getIntAttribute ("framesNum", 1));
+        setStrip (readStrip (*gfx, "resource", "framesNum", skin));
     }
 
     readGeometry (element);
@@ -51,14 +50,14 @@ void BaseGFXController::readGeometry (const juce::XmlElement& element)
     }
 }
 
-void BaseGFXController::setImage (const juce::Image& image, int numFrames)
+void BaseGFXController::setStrip (const FilmStrip& newStrip)
 {
-    strip = FilmStrip (image, numFrames);
+    strip = newStrip;
 
     if (! strip.isValid())
         return;
 
-    framesNum = numFrames;
+    framesNum = strip.getNumFrames();
 
     if (strip.getFrameWidth() != frameWidth || strip.getFrameHeight() != frameHeight)
     {

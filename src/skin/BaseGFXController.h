@@ -16,8 +16,8 @@ public:
         without one the element does. */
     void readFromXml (const juce::XmlElement&, SkinFile&) override;
 
-    /** Takes a strip and its frame's size. */
-    void setImage (const juce::Image&, int numFrames);
+    /** Takes a strip, and its frame's size if it's valid. */
+    void setStrip (const FilmStrip&);
 
     const FilmStrip& getStrip() const noexcept { return strip; }
     int getFramesNum() const noexcept { return framesNum; }

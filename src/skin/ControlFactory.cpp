@@ -56,8 +56,9 @@ constexpr int longestName = 256;
 
 struct Row
 {
-    const char* tag;
-    Creator creator;
+    const char* tag = nullptr;
+    Creator creator = nullptr;
+    int weight = 1; // what it takes to build and paint, in plain controls
 };
 
 constexpr std::array<Row, 21> table { {
@@ -74,10 +75,10 @@ constexpr std::array<Row, 21> table { {
     { "NumericDisplay", create<NumericDisplay> },
     { "NoteDisplay", create<NoteDisplay> },
     { "PatternNumberDisplay", create<PatternNumberDisplay> },
-    { "MidiKeyboard", create<ImageMidiKeyboard> },
+    { "MidiKeyboard", create<ImageMidiKeyboard>, 10 },
     { "PitchBender", create<PitchBender> },
     { "ModWheel", create<ModWheel> },
-    { "ModulationMatrix", create<ModulationMatrixComponent> },
+    { "ModulationMatrix", create<ModulationMatrixComponent>, 20 },
     { "MidiChannelDisplay", create<GFXMidiChannelDisplay> },
     { "TextInput", create<TextInput> },
     { "ImageComboBox", create<ImageComboBox> },
@@ -90,10 +91,11 @@ std::unique_ptr<juce::Component> createControl (const juce::XmlElement& element,
 {
     for (const auto& row : table)
         if (element.getTagName().equalsIgnoreCase (row.tag))
-            return skin.takeControl()
+            return skin.takeControl (element, row.weight)
                        ? row.creator (element.getStringAttribute ("name").substring (0, longestName), element, skin)
                        : nullptr;
 
+    skin.report (&element, "there is no such control");
     return nullptr;
 }
 

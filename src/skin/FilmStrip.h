@@ -66,14 +66,22 @@ private:
 /** The strip that an element names by one of its attributes, of a fixed number of frames. */
 inline FilmStrip readStrip (const juce::XmlElement& element, const char* nameAttribute, int numFrames, SkinFile& skin)
 {
-    return { skin.getImage (element.getStringAttribute (nameAttribute)), numFrames };
+    const auto image = skin.readImage (element, nameAttribute);
+    FilmStrip strip (image, numFrames);
+
+    if (image.isValid() && ! strip.isValid())
+        skin.report (&element, "an image of " + juce::String (image.getWidth()) + " x "
+                                   + juce::String (image.getHeight()) + " pixels has no " + juce::String (numFrames)
+                                   + " frames of 1 to " + juce::String (maximumControlSize) + " pixels");
+
+    return strip;
 }
 
 /** The strip that an element names by two of its attributes; one frame where the number is missing. */
 inline FilmStrip readStrip (const juce::XmlElement& element, const char* nameAttribute, const char* framesAttribute,
                             SkinFile& skin)
 {
-    return { skin.getImage (element.getStringAttribute (nameAttribute)), element.getIntAttribute (framesAttribute, 1) };
+    return readStrip (element, nameAttribute, element.getIntAttribute (framesAttribute, 1), skin);
 }
 
 } // namespace quilvane

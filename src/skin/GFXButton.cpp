@@ -14,6 +14,10 @@ namespace
 constexpr float textHeight = 12.0f;
 constexpr int defaultHeight = 18;
 constexpr int roomBesideText = 8;
+
+// Of the strip; where it has two, a lit button looks as if it were down.
+constexpr int upFrame = 0, downFrame = 1, litFrame = 2;
+
 constexpr int repeatDelayMs = 1000, repeatIntervalMs = 100;
 
 } // namespace
@@ -46,7 +50,7 @@ void GFXButton::readFromXml (const juce::XmlElement& element, SkinFile& skin)
     paramReset = false;
 }
 
-void GFXButton::setAction (const juce::String& type, int eventId, const juce::String& eventName)
+bool GFXButton::setAction (const juce::String& type, int eventId, const juce::String& eventName)
 {
     if (type == "onClick")
         onClickEvent = { eventId, eventName };
@@ -54,9 +58,13 @@ void GFXButton::setAction (const juce::String& type, int eventId, const juce::St
         onClickWithCtrlEvent = { eventId, eventName };
     else if (type == "onRightClick")
         onRightClickEvent = { eventId, eventName };
+    else
+        return false;
 
     if (type == "onClick")
         setTitle (eventName);
+
+    return true;
 }
 
 //==============================================================================
@@ -117,11 +125,12 @@ void GFXButton::paintButton (juce::Graphics& g, bool isOver, bool isPressed)
 {
     if (getStrip().isValid())
     {
-        getStrip().draw (g, juce::jmin (isOver && isPressed ? 1 : 0, getStrip().getNumFrames() - 1));
+        const auto frame = isOver && isPressed ? downFrame : getToggleState() ? litFrame : upFrame;
+        getStrip().draw (g, juce::jmin (frame, getStrip().getNumFrames() - 1));
         return;
     }
 
-    g.fillAll (Fallbacks::faceOf (isOver && isPressed));
+    g.fillAll (Fallbacks::faceOf ((isOver && isPressed) || getToggleState()));
     g.setColour (juce::Colours::black);
     g.drawRect (getLocalBounds(), 1);
 

@@ -8,7 +8,8 @@ namespace quilvane
 {
 
 /** A push button that fires events. Linked to a parameter it is momentary: the parameter is true exactly while the
-    button is held, and the button doesn't follow it back. Its strip has two frames: up, and pressed. */
+    button is held, and the button doesn't follow it back. Its strip has the frames up, pressed, and if
+    it can be lit by the editor, lit; that is its toggle state. */
 class GFXButton final : public BaseGFXController, public juce::Button
 {
 public:
@@ -19,7 +20,7 @@ public:
     void readFromXml (const juce::XmlElement&, SkinFile&) override;
 
     /** Takes "onClick", "onClickWithCtrl" and "onRightClick". */
-    void setAction (const juce::String& type, int eventId, const juce::String& eventName) override;
+    bool setAction (const juce::String& type, int eventId, const juce::String& eventName) override;
 
     void endPendingGesture() override;
 

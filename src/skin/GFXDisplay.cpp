@@ -2,6 +2,9 @@
 
 #include "skin/GFXDisplay.h"
 
+#include <utility>
+
+#include "parameters/StringParameter.h"
 #include "skin/SkinElement.h"
 #include "skin/SkinFile.h"
 
@@ -12,15 +15,13 @@ namespace
 {
 
 constexpr int caretIntervalMs = 500;
-constexpr int longestText = 1024;
+constexpr juce::juce_wchar ellipsis = 0x2026;
 
 } // namespace
 
 GFXDisplay::GFXDisplay (const juce::String& controlName) : juce::Component (controlName)
 {
-    setWantsKeyboardFocus (true);
-
-    // The click asks for the focus itself, as a direct wish, which begins the edit.
+    // A click that begins an edit asks for the focus itself.
     setMouseClickGrabsKeyboardFocus (false);
 }
 
@@ -35,7 +36,7 @@ void GFXDisplay::readFromXml (const juce::XmlElement& element, SkinFile& skin)
     for (const auto* child : element.getChildIterator())
     {
         if (child->hasTagName ("gfx"))
-            readFont (*child, skin);
+            font.readFromXml (*child, skin);
         else if (child->hasTagName ("size"))
             setSize (readSize (*child).x, readSize (*child).y);
         else if (child->hasTagName ("pos"))
@@ -43,24 +44,6 @@ void GFXDisplay::readFromXml (const juce::XmlElement& element, SkinFile& skin)
     }
 
     setText (element.getStringAttribute ("name"));
-}
-
-void GFXDisplay::readFont (const juce::XmlElement& gfx, SkinFile& skin)
-{
-    if (const auto image = skin.getImage (gfx.getStringAttribute ("resource")); image.isValid())
-    {
-        fontImage = image;
-        glyphWidth = image.getWidth();
-    }
-
-    fontHeight = juce::jlimit (0, maximumControlSize, gfx.getIntAttribute ("fontHeight"));
-
-    if (const auto first = gfx.getStringAttribute ("firstASCII", " "); first.isNotEmpty())
-        firstASCII = static_cast<int> (static_cast<juce::uint32> (first[0]));
-
-    // Half of the image's rows are for the caret.
-    const auto numGlyphs = fontHeight >= 1 ? fontImage.getHeight() / 2 / fontHeight : 1;
-    lastASCII = firstASCII + juce::jmax (0, numGlyphs - 1);
 }
 
 void GFXDisplay::updateFromParameter (Parameter& parameter)
@@ -76,19 +59,26 @@ void GFXDisplayFloat::updateFromParameter (Parameter& parameter)
         return;
 
     juce::String number (parameter.getFloat());
-    const auto numVisible = getWidth() / juce::jmax (1, getGlyphWidth());
+    const auto numVisible = countVisible();
 
     // A point that would be the last character to be seen is pushed out.
-    if (numVisible > 0 && number.length() >= numVisible && number[numVisible - 1] == '.')
+    if (number.length() >= numVisible && number[numVisible - 1] == '.')
         number = " " + number;
 
     setText (number);
 }
 
+bool GFXDisplayFloat::sendText (const juce::String& typed)
+{
+    if (const auto number = readNumber (typed, {}))
+        return sendTypedNumber (*number);
+
+    return GFXDisplay::sendText (typed);
+}
+
 void GFXDisplay::setText (const juce::String& newText)
 {
-    // No display is as long; texts of presets and skins can be.
-    const auto shortened = newText.substring (0, longestText);
+    const auto shortened = newText.substring (0, longestShownText);
 
     if (shortened == text)
         return;
@@ -97,13 +87,34 @@ void GFXDisplay::setText (const juce::String& newText)
     repaint();
 }
 
+int GFXDisplay::countVisible() const
+{
+    return juce::jmax (1, getWidth() / font.getGlyphWidth());
+}
+
+bool GFXDisplay::isName() const
+{
+    return dynamic_cast<const StringParameter*> (getParameter()) != nullptr;
+}
+
+bool GFXDisplay::isCutOff() const
+{
+    const auto isLonger =
+        font.isValid() ? text.length() > countVisible() : juce::Font().getStringWidth (text) > getWidth();
+    return isLonger && ! isEditing;
+}
+
+juce::String GFXDisplay::getTooltip()
+{
+    return getParameter() != nullptr && isCutOff() ? text : juce::String();
+}
+
 //==============================================================================
 void GFXDisplay::mouseDown (const juce::MouseEvent& e)
 {
     if (! isEnabled() || belongsToEditor (e.mods))
         return;
 
-    // A window that is given the focus passes it on to any field that wants it; only a click begins an edit.
     if (! isEditing)
         startEditing();
 
@@ -111,72 +122,68 @@ void GFXDisplay::mouseDown (const juce::MouseEvent& e)
         grabKeyboardFocus();
 }
 
+void GFXDisplay::mouseDoubleClick (const juce::MouseEvent& e)
+{
+    // The editor resets the parameter now.
+    if (getParameter() != nullptr && canResetParameterAt (e))
+        stopEditing (false);
+}
+
 void GFXDisplay::startEditing()
 {
+    // Of a value, what is seen: of a longer text that is the value without the end of its unit.
+    if (auto* parameter = getParameter(); parameter != nullptr && isCutOff())
+    {
+        const auto seen = text.substring (0, countVisible());
+        const auto probe = parameter->clone (parameter->getId(), parameter->getName());
+
+        if (probe->setDisplayText (seen, false) && probe->getDisplayText() == text)
+            text = seen;
+    }
+
+    // Only now: a window that is given the focus passes it on to whoever had it last and wants it.
+    setWantsKeyboardFocus (true);
     isEditing = true;
     caretPosition = text.length();
     caretVisible = true;
     editStartText = text;
     startTimer (caretIntervalMs);
-
-    if (homeParent == nullptr && getParentComponent() != nullptr && isShowing())
-    {
-        homeParent = getParentComponent();
-        homeBounds = getBounds();
-        homeIndex = homeParent->getIndexOfChildComponent (this);
-
-        const auto screenBounds = getScreenBounds();
-        addToDesktop (juce::ComponentPeer::windowIsTemporary);
-        setBounds (screenBounds);
-        setVisible (true);
-        toFront (true);
-        grabKeyboardFocus();
-    }
-
-    repaint();
-}
-
-void GFXDisplay::focusLost (FocusChangeType)
-{
-    // Moving to the desktop takes the focus for a moment.
-    juce::MessageManager::callAsync (
-        [safe = juce::Component::SafePointer<GFXDisplay> (this)]
-        {
-            if (safe != nullptr && ! safe->hasKeyboardFocus (true))
-                safe->stopEditing();
-        });
+    fieldWatcher.start();
+    showCaret();
 }
 
 void GFXDisplay::endPendingGesture()
 {
     GUIController::endPendingGesture();
-    stopEditing();
+    stopEditing (false);
 }
 
-void GFXDisplay::stopEditing()
+void GFXDisplay::stopEditing (bool keepsText)
 {
-    if (! isEditing)
+    // To give the focus away is to lose it, which ends here again.
+    if (! std::exchange (isEditing, false))
         return;
 
     stopTimer();
-    isEditing = false;
+    fieldWatcher.stop();
     caretPosition = firstVisible = 0;
-
-    if (auto* parent = homeParent.getComponent())
-    {
-        homeParent = nullptr;
-        removeFromDesktop();
-        parent->addChildComponent (this, homeIndex);
-        setBounds (homeBounds);
-    }
-
     giveAwayKeyboardFocus();
+    setWantsKeyboardFocus (false);
     repaint();
 
-    if (text != editStartText)
+    const auto isEdited = keepsText && text != editStartText;
+
+    if (! isEdited)
+        text = editStartText;
+    else if (getParameter() != nullptr)
+        sendText (text);
+
+    // What the parameter took, or what stood there; it may have moved meanwhile.
+    if (auto* parameter = getParameter())
+        updateFromParameter (*parameter);
+
+    if (isEdited && text != editStartText)
         textListeners.call ([this] (auto& listener) { listener.displayTextEdited (*this); });
-    else if (auto* parameter = getParameter())
-        updateFromParameter (*parameter); // which may have moved meanwhile
 }
 
 void GFXDisplay::timerCallback()
@@ -190,36 +197,54 @@ void GFXDisplay::timerCallback()
 
 bool GFXDisplay::keyPressed (const juce::KeyPress& key)
 {
-    if (! isEditing || key.getModifiers().isAnyModifierKeyDown())
+    // Other keys with modifiers are commands.
+    if (! isEditing || key.getModifiers().withoutFlags (juce::ModifierKeys::shiftModifier).isAnyModifierKeyDown())
         return false;
 
     if (! edit (key))
         return false;
 
-    if (! isEditing)
-        return true; // it was the end of the edit
+    if (isEditing)
+        showCaret();
 
-    caretPosition = juce::jlimit (0, text.length(), caretPosition);
-
-    const auto numVisible = juce::jmax (1, getWidth() / juce::jmax (1, glyphWidth));
-    firstVisible = juce::jlimit (juce::jmax (0, caretPosition - numVisible + 1), caretPosition, firstVisible);
-    repaint();
     return true;
+}
+
+void GFXDisplay::showCaret()
+{
+    caretPosition = juce::jlimit (0, text.length(), caretPosition);
+    firstVisible = juce::jlimit (juce::jmax (0, caretPosition - countVisible() + 1), caretPosition, firstVisible);
+    repaint();
 }
 
 bool GFXDisplay::edit (const juce::KeyPress& key)
 {
-    const auto code = key.getKeyCode();
     const auto character = key.getTextCharacter();
+
+    if (! key.getModifiers().isShiftDown() && editWithControlKey (key.getKeyCode()))
+        return true;
+
+    if (! juce::CharacterFunctions::isPrintable (character))
+        return false;
+
+    if (text.length() < longestShownText)
+    {
+        text =
+            text.substring (0, caretPosition) + juce::String::charToString (character) + text.substring (caretPosition);
+        ++caretPosition;
+    }
+
+    return true;
+}
+
+bool GFXDisplay::editWithControlKey (int code)
+{
     const auto removeAt = [this] (int index) { text = text.substring (0, index) + text.substring (index + 1); };
 
     if (code == juce::KeyPress::returnKey)
-        stopEditing();
+        stopEditing (true);
     else if (code == juce::KeyPress::escapeKey)
-    {
-        text = editStartText;
-        stopEditing();
-    }
+        stopEditing (false);
     else if (code == juce::KeyPress::backspaceKey)
     {
         if (caretPosition > 0)
@@ -235,12 +260,6 @@ bool GFXDisplay::edit (const juce::KeyPress& key)
         --caretPosition;
     else if (code == juce::KeyPress::rightKey)
         ++caretPosition;
-    else if (juce::CharacterFunctions::isPrintable (character))
-    {
-        text =
-            text.substring (0, caretPosition) + juce::String::charToString (character) + text.substring (caretPosition);
-        ++caretPosition;
-    }
     else
         return false;
 
@@ -248,59 +267,57 @@ bool GFXDisplay::edit (const juce::KeyPress& key)
 }
 
 //==============================================================================
+juce::String GFXDisplay::getShownText() const
+{
+    if (isBlinkedOff() && ! isEditing)
+        return {};
+
+    // Of a value, the end that is cut off is the unit's.
+    if (font.isValid() && isName() && isCutOff())
+        return text.substring (0, countVisible() - 1).trimEnd() + juce::String::charToString (ellipsis);
+
+    return text;
+}
+
 void GFXDisplay::paint (juce::Graphics& g)
 {
     g.fillAll (findColour (juce::TextEditor::backgroundColourId));
 
-    const auto shown = isBlinkedOff() && ! isEditing ? juce::String() : text;
-    const auto showCaret = isEditing && caretVisible;
+    const auto shown = getShownText();
+    const auto withCaret = isEditing && caretVisible;
 
-    if (! fontImage.isValid())
-    {
-        g.setColour (juce::Colours::white);
-        g.drawText (shown, getLocalBounds(), juce::Justification::centredLeft, false);
+    if (! font.isValid())
+        return paintPlain (g, shown, withCaret);
 
-        if (showCaret)
-        {
-            const auto x = g.getCurrentFont().getStringWidth (shown.substring (0, caretPosition));
-            g.setColour (findColour (juce::CaretComponent::caretColourId));
-            g.fillRect (x, 0, 1, getHeight());
-        }
-
-        return;
-    }
-
-    const auto numVisible = getWidth() / glyphWidth + 1;
+    const auto numColumns = getWidth() / font.getGlyphWidth() + 1;
     auto character = shown.getCharPointer();
 
     for (int i = 0; i < firstVisible && ! character.isEmpty(); ++i)
         ++character;
 
-    for (int column = 0; column < numVisible; ++column)
+    for (int column = 0; column < numColumns; ++column)
     {
-        const auto atCaret = showCaret && firstVisible + column == caretPosition;
+        const auto atCaret = withCaret && firstVisible + column == caretPosition;
 
-        if (character.isEmpty())
-        {
-            // Behind the last character the caret stands on a blank.
-            if (atCaret)
-                drawGlyph (g, ' ', column, true);
-
+        // Behind the last character the caret stands on a blank.
+        if (character.isEmpty() && ! atCaret)
             break;
-        }
 
-        drawGlyph (g, character.getAndAdvance(), column, atCaret);
+        font.draw (g, character.isEmpty() ? ' ' : character.getAndAdvance(), column * font.getGlyphWidth(), atCaret);
     }
 }
 
-void GFXDisplay::drawGlyph (juce::Graphics& g, juce::juce_wchar character, int column, bool atCaret) const
+void GFXDisplay::paintPlain (juce::Graphics& g, const juce::String& shown, bool withCaret)
 {
-    const auto code = static_cast<int> (static_cast<juce::uint32> (character));
-    const auto index =
-        juce::isPositiveAndNotGreaterThan (code - firstASCII, lastASCII - firstASCII) ? code - firstASCII : 0;
-    const auto row = index + (atCaret ? lastASCII - firstASCII + 1 : 0);
+    g.setColour (juce::Colours::white);
+    g.drawText (shown, getLocalBounds(), juce::Justification::centredLeft, isName());
 
-    g.drawImageAt (fontImage.getClippedImage ({ 0, row * fontHeight, glyphWidth, fontHeight }), column * glyphWidth, 0);
+    if (withCaret)
+    {
+        const auto x = g.getCurrentFont().getStringWidth (shown.substring (0, caretPosition));
+        g.setColour (findColour (juce::CaretComponent::caretColourId));
+        g.fillRect (x, 0, 1, getHeight());
+    }
 }
 
 } // namespace quilvane

@@ -2,17 +2,19 @@
 
 #pragma once
 
+#include "skin/BitmapFont.h"
 #include "skin/GUIController.h"
+#include "widgets/FieldWatcher.h"
 
 namespace quilvane
 {
 
-/** Shows a text in a bitmap font, from its left edge on, and lets the user edit it.
+/** Shows a text in a bitmap font, from its left edge on, and lets the user edit it in place.
 
-    The font is an image as wide as one glyph, with the glyphs from the top down, and twice: the second set is for
-    the character under the caret. While the text is edited the field lies over its place as a window of its own.
+    What was typed goes to the parameter. A text that names none of its values is refused, and what stood there comes
+    back. A name that is too long ends in an ellipsis; the tooltip tells the whole of what is cut off.
 */
-class GFXDisplay : public GUIController, public juce::Component, private juce::Timer
+class GFXDisplay : public GUIController, public juce::Component, public juce::TooltipClient, private juce::Timer
 {
 public:
     class TextListener
@@ -39,39 +41,42 @@ public:
     void addTextListener (TextListener* listener) { textListeners.add (listener); }
     void removeTextListener (TextListener* listener) { textListeners.remove (listener); }
 
+    juce::String getTooltip() override;
     void mouseDown (const juce::MouseEvent&) override;
-    void focusLost (FocusChangeType) override;
+    void mouseDoubleClick (const juce::MouseEvent&) override;
+    void focusLost (FocusChangeType) override { fieldWatcher.fieldLostFocus(); }
     bool keyPressed (const juce::KeyPress&) override;
     void paint (juce::Graphics&) override;
 
 protected:
-    int getGlyphWidth() const noexcept { return glyphWidth; }
+    /** How many characters are seen as a whole, at least 1. */
+    int countVisible() const;
+
+    /** Gives what the user typed to the parameter; false if it's refused. */
+    virtual bool sendText (const juce::String& typed) { return sendTypedText (typed); }
 
 private:
-    void readFont (const juce::XmlElement& gfx, SkinFile&);
     void blinkChanged() override { repaint(); }
     void timerCallback() override;
     void startEditing();
-    void stopEditing();
+    void stopEditing (bool keepsText);
     bool edit (const juce::KeyPress&);
-    void drawGlyph (juce::Graphics&, juce::juce_wchar character, int column, bool atCaret) const;
+    bool editWithControlKey (int code);
+    void showCaret();
+    juce::String getShownText() const;
+    bool isName() const;
+    bool isCutOff() const;
+    void paintPlain (juce::Graphics&, const juce::String& shown, bool withCaret);
 
-    juce::Image fontImage;
-    int glyphWidth = 8;
-    int fontHeight = 0;
-    int firstASCII = 32, lastASCII = 160;
-
+    BitmapFont font;
     juce::String text;
     juce::String editStartText;
     bool isEditing = false;
     bool caretVisible = false;
     int caretPosition = 0;
     int firstVisible = 0; // the character at the left edge
-
-    juce::Component::SafePointer<juce::Component> homeParent;
-    juce::Rectangle<int> homeBounds;
-    int homeIndex = -1; // among the parent's children
     ListenerArray<TextListener> textListeners;
+    FieldWatcher fieldWatcher { *this, [this] { stopEditing (true); } };
 };
 
 /** Shows a parameter's plain value as a number. */
@@ -81,6 +86,9 @@ public:
     using GFXDisplay::GFXDisplay;
 
     void updateFromParameter (Parameter&) override;
+
+private:
+    bool sendText (const juce::String& typed) override;
 };
 
 } // namespace quilvane

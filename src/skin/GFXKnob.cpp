@@ -24,9 +24,7 @@ void GFXKnob::stoppedDragging()
 
 int GFXKnob::getFrame() const
 {
-    const auto range = juce::Slider::getRange();
-    return FilmStrip::frameFor (static_cast<float> ((getValue() - range.getStart()) / range.getLength()),
-                                getStrip().getNumFrames());
+    return FilmStrip::frameFor (getShownValue(), getStrip().getNumFrames());
 }
 
 } // namespace quilvane

@@ -7,13 +7,13 @@ namespace quilvane
 
 int GFXMidiChannelDisplay::getFrame() const
 {
-    return isEnabled() ? FilmStrip::frameFor (static_cast<float> (getValue()), getStrip().getNumFrames() - 1) + 1 : 0;
+    return isEnabled() ? FilmStrip::frameFor (getShownValue(), getStrip().getNumFrames() - 1) + 1 : 0;
 }
 
 void GFXMidiChannelDisplay::paintFallback (juce::Graphics& g)
 {
     auto* const parameter = getParameter();
-    const auto text = parameter != nullptr ? parameter->getDisplayText() : juce::String (getValue(), 6);
+    const auto text = parameter != nullptr ? parameter->getDisplayText() : getOwnText();
 
     g.setColour (juce::Colours::black);
     g.setFont ({ "Tahoma", juce::jmax (1.0f, static_cast<float> (getHeight()) * 0.75f), juce::Font::plain });

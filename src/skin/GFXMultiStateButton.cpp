@@ -17,7 +17,7 @@ void GFXMultiStateButton::readFromXml (const juce::XmlElement& element, SkinFile
     readStates (element, skin, statesNum);
 }
 
-void GFXMultiStateButton::setAction (const juce::String& type, int eventId, const juce::String&)
+bool GFXMultiStateButton::setAction (const juce::String& type, int eventId, const juce::String&)
 {
     if (type == "onClick")
         onClickEvent = eventId;
@@ -27,6 +27,10 @@ void GFXMultiStateButton::setAction (const juce::String& type, int eventId, cons
         onClickWithShiftEvent = eventId;
     else if (type == "onRightClick")
         onRightClickEvent = eventId;
+    else
+        return false;
+
+    return true;
 }
 
 void GFXMultiStateButton::updateFromParameter (Parameter& parameter)

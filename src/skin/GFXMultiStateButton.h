@@ -20,7 +20,7 @@ public:
 
     /** Takes "onClick", "onClickWithCtrl", "onClickWithShift" and "onRightClick"; the last two never fire, because
         such clicks belong to the editor. */
-    void setAction (const juce::String& type, int eventId, const juce::String& eventName) override;
+    bool setAction (const juce::String& type, int eventId, const juce::String& eventName) override;
     void updateFromParameter (Parameter&) override;
 
     int getCurrentState() const noexcept { return currentState; }

@@ -10,6 +10,25 @@
 namespace quilvane
 {
 
+namespace
+{
+
+/** The pixels that a component and those in it paint, within an area of its parent. */
+juce::int64 getPaintedArea (const juce::Component& component, juce::Rectangle<int> visible)
+{
+    const auto area = component.getBounds().getIntersection (visible);
+    auto pixels = static_cast<juce::int64> (area.getWidth()) * area.getHeight();
+
+    // A panel's own controls have been counted when they were built.
+    if (dynamic_cast<const GFXPanel*> (&component) == nullptr)
+        for (const auto* child : component.getChildren())
+            pixels += getPaintedArea (*child, area - component.getPosition());
+
+    return pixels;
+}
+
+} // namespace
+
 GFXPanel::~GFXPanel()
 {
     controls.clear(); // from the last to the first
@@ -20,24 +39,25 @@ void GFXPanel::readFromXml (const juce::XmlElement& element, SkinFile& skin)
     BaseGFXController::readFromXml (element, skin);
     readColourInto (*this, backgroundColourId, element, "bkgCol");
 
+    place (*this);
+    skin.enterPanel (getLocalBounds());
+
     if (const auto* list = element.getChildByName ("controls"))
-    {
         for (const auto* control : list->getChildIterator())
             if (! control->isTextElement())
-                buildControl (*control, skin);
-
-        const auto offset = readOffset (*list);
-
-        for (auto* child : controls)
-            child->setTopLeftPosition (child->getPosition() + offset);
-    }
-
-    place (*this);
+                buildControl (*control, readOffset (*list), skin);
 }
 
-void GFXPanel::buildControl (const juce::XmlElement& element, SkinFile& skin)
+void GFXPanel::buildControl (const juce::XmlElement& element, juce::Point<int> offset, SkinFile& skin)
 {
-    if (auto control = createControl (element, skin))
+    auto control = createControl (element, skin);
+
+    if (control == nullptr)
+        return;
+
+    control->setTopLeftPosition (control->getPosition() + offset);
+
+    if (skin.takeArea (element, getPaintedArea (*control, getLocalBounds())))
         addAndMakeVisible (controls.add (std::move (control)));
 }
 

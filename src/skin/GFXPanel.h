@@ -37,7 +37,7 @@ private:
     template <typename Callback>
     void forEachControl (Callback&&);
 
-    void buildControl (const juce::XmlElement&, SkinFile&);
+    void buildControl (const juce::XmlElement&, juce::Point<int> offset, SkinFile&);
 
     // Also those that have left the panel for a while, to be edited in a window of their own.
     juce::OwnedArray<juce::Component> controls;

@@ -17,7 +17,7 @@ void GFXRocker::readFromXml (const juce::XmlElement& element, SkinFile& skin)
     place (*this);
 }
 
-void GFXRocker::setAction (const juce::String& type, int eventId, const juce::String&)
+bool GFXRocker::setAction (const juce::String& type, int eventId, const juce::String&)
 {
     if (type == "onLessClick")
         lessEvents[0] = eventId;
@@ -27,11 +27,18 @@ void GFXRocker::setAction (const juce::String& type, int eventId, const juce::St
         lessEvents[1] = eventId;
     else if (type == "onMoreClickWithCtrl")
         moreEvents[1] = eventId;
+    else
+        return false;
+
+    return true;
 }
 
 //==============================================================================
 void GFXRocker::mouseDown (const juce::MouseEvent& e)
 {
+    if (belongsToEditor (e.mods))
+        return;
+
     const auto isLess = isHorizontal ? e.x <= getWidth() / 2 : e.y >= getHeight() / 2;
     const auto& events = isLess ? lessEvents : moreEvents;
 
@@ -68,24 +75,16 @@ void GFXRocker::paint (juce::Graphics& g)
 
 void GFXRocker::paintFallback (juce::Graphics& g) const
 {
-    constexpr int gap = 2;
+    constexpr int leastGap = 2; // one more between equal sides of an odd size
     constexpr float plain = 0.7f, pressed = 0.5f;
 
     const juce::Colour grey (0xffe6e6e6);
     g.fillAll (grey);
 
-    auto first = getLocalBounds(), second = first;
-
-    if (isHorizontal)
-    {
-        first.setWidth (getWidth() / 2 - gap / 2);
-        second.removeFromLeft (first.getWidth() + gap);
-    }
-    else
-    {
-        first.setHeight (getHeight() / 2 - gap / 2);
-        second.removeFromTop (first.getHeight() + gap);
-    }
+    auto area = getLocalBounds();
+    const auto side = ((isHorizontal ? getWidth() : getHeight()) - leastGap) / 2;
+    const auto first = isHorizontal ? area.removeFromLeft (side) : area.removeFromTop (side);
+    const auto second = isHorizontal ? area.removeFromRight (side) : area.removeFromBottom (side);
 
     const auto firstState = isHorizontal ? lessDown : moreDown;
     const auto secondState = isHorizontal ? moreDown : lessDown;

@@ -20,7 +20,7 @@ public:
     void readFromXml (const juce::XmlElement&, SkinFile&) override;
 
     /** Takes "onLessClick", "onMoreClick", "onLessClickWithCtrl" and "onMoreClickWithCtrl". */
-    void setAction (const juce::String& type, int eventId, const juce::String& eventName) override;
+    bool setAction (const juce::String& type, int eventId, const juce::String& eventName) override;
 
     void mouseDown (const juce::MouseEvent&) override;
     void mouseDrag (const juce::MouseEvent&) override;

@@ -13,7 +13,7 @@ void GFXStateButton::readStates (const juce::XmlElement& element, SkinFile& skin
         is3D = style == "3D";
 
     if (const auto* gfx = element.getChildByName ("gfx"))
-        setImage (skin.getImage (gfx->getStringAttribute ("resource")), is3D ? numStates * 2 : numStates);
+        setStrip (readStrip (*gfx, "resource", is3D ? numStates * 2 : numStates, skin));
 
     readGeometry (element);
     readClickEvent (*this, element);

@@ -45,7 +45,7 @@ void GFXSwitch::setThumb (int pixels)
 
 int GFXSwitch::getFrame() const
 {
-    return isEnabled() ? FilmStrip::frameFor (static_cast<float> (getValue()), getStrip().getNumFrames()) : 0;
+    return isEnabled() ? FilmStrip::frameFor (getShownValue(), getStrip().getNumFrames()) : 0;
 }
 
 } // namespace quilvane

@@ -23,6 +23,7 @@ public:
 
 protected:
     int getFrame() const override;
+    juce::String getOwnText() const override { return juce::String (getValue()); }
     void setThumb (int pixels);
 
 private:

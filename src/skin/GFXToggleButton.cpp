@@ -29,10 +29,14 @@ void GFXToggleButton::readFromXml (const juce::XmlElement& element, SkinFile& sk
     paramReset = element.getBoolAttribute ("paramReset", false);
 }
 
-void GFXToggleButton::setAction (const juce::String& type, int eventId, const juce::String&)
+bool GFXToggleButton::setAction (const juce::String& type, int eventId, const juce::String&)
 {
     if (type == "onClickWithCtrl")
         onClickWithCtrlEvent = eventId;
+    else
+        return false;
+
+    return true;
 }
 
 void GFXToggleButton::updateFromParameter (Parameter& parameter)

@@ -31,7 +31,7 @@ public:
     void readFromXml (const juce::XmlElement&, SkinFile&) override;
 
     /** Takes "onClickWithCtrl". */
-    void setAction (const juce::String& type, int eventId, const juce::String& eventName) override;
+    bool setAction (const juce::String& type, int eventId, const juce::String& eventName) override;
     void updateFromParameter (Parameter&) override;
 
     void setSweepGroup (SweepGroup*);

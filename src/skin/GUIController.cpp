@@ -21,20 +21,34 @@ void GUIController::readFromXml (const juce::XmlElement& element, SkinFile& skin
 
 void GUIController::readLinks (const juce::XmlElement& element, SkinFile& skin)
 {
-    auto& plugin = skin.getPlugin();
     paramReset = element.getBoolAttribute ("paramReset", true);
 
     if (const auto* links = element.getChildByName ("links"))
         for (const auto* link : links->getChildWithTagNameIterator ("link"))
-            if (auto* linked = plugin.getParameters().getParameterByName (link->getStringAttribute ("param"));
-                linked != nullptr && link->getStringAttribute ("as") == "connectedTo")
-                setParameter (*linked);
+            readLink (*link, skin);
 
     if (const auto* actions = element.getChildByName ("actions"))
         for (const auto* action : actions->getChildWithTagNameIterator ("action"))
-            if (const auto type = action->getStringAttribute ("type"); type.isNotEmpty())
-                if (const auto uid = plugin.getEvents().findUid (action->getStringAttribute ("event")))
-                    setAction (type, *uid, plugin.getEvents().getName (*uid));
+            readAction (*action, skin);
+}
+
+void GUIController::readLink (const juce::XmlElement& link, SkinFile& skin)
+{
+    auto* linked = skin.readParameter (link, "param");
+
+    if (link.getStringAttribute ("as") != "connectedTo")
+        skin.report (&link, "a link is made as=\"connectedTo\"");
+    else if (linked != nullptr)
+        setParameter (*linked);
+}
+
+void GUIController::readAction (const juce::XmlElement& action, SkinFile& skin)
+{
+    const auto& type = action.getStringAttribute ("type");
+
+    if (const auto uid = skin.readEvent (action, "event");
+        uid && ! setAction (type, *uid, skin.getPlugin().getEvents().getName (*uid)))
+        skin.report (&action, "the control has no action of the type \"" + type + "\"");
 }
 
 Parameter* GUIController::getParameterAt (const juce::MouseEvent&, juce::Component**)
@@ -105,6 +119,35 @@ void GUIController::notifyGestureEnded()
 void GUIController::notifyValueChanged()
 {
     listeners.call ([this] (auto& listener) { listener.controllerValueChanged (*this); });
+}
+
+template <typename Setter>
+bool GUIController::sendTyped (Setter&& set)
+{
+    if (linkMuted || linkedParameter == nullptr)
+        return false;
+
+    // What is refused is no gesture.
+    const auto probe = linkedParameter->clone (linkedParameter->getId(), linkedParameter->getName());
+
+    if (! set (*probe, false))
+        return false;
+
+    beginGesture();
+    set (*linkedParameter, true);
+    notifyValueChanged();
+    endGesture();
+    return true;
+}
+
+bool GUIController::sendTypedText (const juce::String& text)
+{
+    return sendTyped ([&] (Parameter& p, bool notify) { return p.setDisplayText (text, notify); });
+}
+
+bool GUIController::sendTypedNumber (double number)
+{
+    return sendTyped ([=] (Parameter& p, bool notify) { return p.setTypedNumber (number, notify); });
 }
 
 void GUIController::fireEvent (int eventId)

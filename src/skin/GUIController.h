@@ -30,8 +30,12 @@ public:
         what they take from the element; what is missing there leaves a default. */
     void readFromXml (const juce::XmlElement&, SkinFile&) override;
 
-    /** The gesture `type` ("onClick") shall fire an event. Controls take the types that they know. */
-    virtual void setAction (const juce::String& /*type*/, int /*eventId*/, const juce::String& /*eventName*/) {}
+    /** The gesture `type` ("onClick") shall fire an event. Controls take the types that they know.
+        @returns whether this is one of them */
+    virtual bool setAction (const juce::String& /*type*/, int /*eventId*/, const juce::String& /*eventName*/)
+    {
+        return false;
+    }
 
     /** Shows a parameter's value. */
     virtual void updateFromParameter (Parameter&) {}
@@ -59,6 +63,13 @@ protected:
     void notifyGestureEnded();
     void notifyValueChanged();
 
+    /** Gives the parameter a text that the user typed, in a gesture.
+        @returns false, and nothing happens, for a text that names no value, and without a parameter */
+    bool sendTypedText (const juce::String&);
+
+    /** The same for a plain value. */
+    bool sendTypedNumber (double);
+
     /** Does nothing for noEvent. */
     void fireEvent (int eventId);
 
@@ -73,6 +84,11 @@ protected:
     bool linkMuted = false;
 
 private:
+    void readLink (const juce::XmlElement&, SkinFile&);
+    void readAction (const juce::XmlElement&, SkinFile&);
+    template <typename Setter>
+    bool sendTyped (Setter&& set);
+
     Parameter* linkedParameter = nullptr;
     bool gestureIsOpen = false;
 };

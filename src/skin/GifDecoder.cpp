@@ -22,7 +22,15 @@ public:
     Bytes (const void* start, size_t numBytes) : data (static_cast<const juce::uint8*> (start)), size (numBytes) {}
 
     bool isAtEnd() const noexcept { return position >= size; }
-    int next() noexcept { return position < size ? data[position++] : 0; }
+
+    /** Whether more was asked for than there is. */
+    bool hasOverrun() const noexcept { return overrun; }
+
+    int next() noexcept
+    {
+        overrun = overrun || isAtEnd();
+        return overrun ? 0 : data[position++];
+    }
 
     int nextShort() noexcept
     {
@@ -30,7 +38,11 @@ public:
         return low + next() * 256;
     }
 
-    void skip (size_t numBytes) noexcept { position = juce::jmin (size, position + numBytes); }
+    void skip (size_t numBytes) noexcept
+    {
+        overrun = overrun || numBytes > size - position;
+        position = juce::jmin (size, position + numBytes);
+    }
 
     /** Blocks, each behind its length, up to an empty one. */
     void skipBlocks() noexcept
@@ -42,6 +54,7 @@ public:
 private:
     const juce::uint8* data;
     size_t size, position = 0;
+    bool overrun = false;
 };
 
 /** The codes of a picture, which are packed across the blocks that hold them. */
@@ -71,6 +84,13 @@ public:
         return code;
     }
 
+    /** Goes behind the block that ends the picture. */
+    void skipRest()
+    {
+        bytes.skip (static_cast<size_t> (blockLeft));
+        bytes.skipBlocks();
+    }
+
 private:
     Bytes& bytes;
     juce::uint32 held = 0;
@@ -91,7 +111,7 @@ void readPalette (Bytes& bytes, int flags, Palette& palette)
 }
 
 /** Undoes the compression: Lempel, Ziv and Welch's, with codes that start at one bit more than the pixels have.
-    @returns as many palette indexes as could be read, and not more than asked for */
+    @returns the palette indexes; fewer than asked for if the codes end or can't be understood */
 std::vector<juce::uint8> decompress (Bytes& bytes, size_t numPixels)
 {
     const auto pixelBits = bytes.next();
@@ -155,6 +175,7 @@ std::vector<juce::uint8> decompress (Bytes& bytes, size_t numPixels)
         pixels.insert (pixels.end(), text.rbegin(), text.rbegin() + static_cast<std::ptrdiff_t> (numTaken));
     }
 
+    codes.skipRest();
     return pixels;
 }
 
@@ -178,6 +199,32 @@ std::vector<int> orderRows (int height, bool isInterlaced)
     return rows;
 }
 
+/** Goes over what follows the first picture; false if the file breaks off before its end. */
+bool isWhole (Bytes& bytes)
+{
+    for (;;)
+    {
+        const auto kind = bytes.next();
+
+        if (bytes.hasOverrun())
+            return false;
+
+        if (kind == ',')
+        {
+            bytes.skip (8); // place and size
+            const auto flags = bytes.next();
+            bytes.skip ((flags & 0x80) != 0 ? size_t (3) * (2u << (flags & 7)) : 0);
+        }
+        else if (kind != '!')
+        {
+            return true; // the end mark, or bytes that mean nothing
+        }
+
+        bytes.next(); // how many bits its pixels have, or which extension it is
+        bytes.skipBlocks();
+    }
+}
+
 juce::Image readPicture (Bytes& bytes, Palette palette, int transparent, juce::int64 maximumPixels)
 {
     bytes.skip (4); // its place on the screen
@@ -192,7 +239,12 @@ juce::Image readPicture (Bytes& bytes, Palette palette, int transparent, juce::i
     if (transparent >= 0)
         palette[static_cast<size_t> (transparent)] = juce::Colours::transparentBlack;
 
-    const auto pixels = decompress (bytes, static_cast<size_t> (width) * static_cast<size_t> (height));
+    const auto numPixels = static_cast<size_t> (width) * static_cast<size_t> (height);
+    const auto pixels = decompress (bytes, numPixels);
+
+    if (pixels.size() < numPixels || ! isWhole (bytes))
+        return {};
+
     const auto rows = orderRows (height, (flags & 0x40) != 0);
 
     juce::Image image (juce::Image::ARGB, width, height, true);

@@ -49,9 +49,10 @@ class ImageComboBox::Picker final : public juce::Component
 public:
     Picker (ImageComboBox& owner, const Parameter& parameter) :
         box (owner),
+        strip (owner.getTileStrip()),
         numTiles (countTiles (owner, parameter)),
         perRow (juce::jlimit (1, juce::jmax (1, numTiles), owner.tilesInRow)),
-        texts (readItemTexts (parameter, owner.showValues || ! owner.strip.isValid() ? numTiles : 0)),
+        texts (readItemTexts (parameter, owner.showValues || ! owner.getTileStrip().isValid() ? numTiles : 0)),
         highlighted (-1)
     {
         setTitle (parameter.getName());
@@ -112,16 +113,16 @@ private:
     {
         const auto numItems = countItems (parameter);
 
-        if (! owner.strip.isValid())
+        if (! owner.getTileStrip().isValid())
             return numItems;
 
         // A frame that stands for nothing is no choice.
-        const auto numFrames = juce::jmin (maximumTiles, owner.strip.getNumFrames());
+        const auto numFrames = juce::jmin (maximumTiles, owner.getTileStrip().getNumFrames());
         return numItems > 0 ? juce::jmin (numItems, numFrames) : numFrames;
     }
 
-    int tileWidth() const { return box.getWidth(); }
-    int tileHeight() const { return box.getHeight(); }
+    int tileWidth() const { return strip.isValid() ? strip.getFrameWidth() : box.getWidth(); }
+    int tileHeight() const { return strip.isValid() ? strip.getFrameHeight() : box.getHeight(); }
 
     juce::Rectangle<int> getTile (int index) const
     {
@@ -179,8 +180,8 @@ private:
         const auto tile = getTile (index);
         const auto accent = findColour (DefaultLookAndFeel::accentId);
 
-        if (box.strip.isValid())
-            box.strip.draw (g, index, tile.getPosition());
+        if (strip.isValid())
+            strip.draw (g, index, tile.getPosition());
         else
             Fallbacks::paintItem (g, tile, texts[index]);
 
@@ -190,7 +191,7 @@ private:
             g.fillRect (tile);
         }
 
-        if (box.strip.isValid() && box.showValues)
+        if (strip.isValid() && box.showValues)
             paintValue (g, tile, texts[index]);
 
         g.setColour (accent);
@@ -216,6 +217,7 @@ private:
     }
 
     ImageComboBox& box;
+    const FilmStrip& strip;
     const int numTiles, perRow;
     const juce::StringArray texts;
     int highlighted;
@@ -238,14 +240,15 @@ void ImageComboBox::readFromXml (const juce::XmlElement& element, SkinFile& skin
         setSize (strip.getFrameWidth(), strip.getFrameHeight());
 
     if (const auto* child = findExactChild (element, "picker"))
-        readPicker (*child);
+        readPicker (*child, skin);
 
     if (const auto* param = findExactChild (element, "param"))
         readParameter (*param, skin);
 }
 
-void ImageComboBox::readPicker (const juce::XmlElement& element)
+void ImageComboBox::readPicker (const juce::XmlElement& element, SkinFile& skin)
 {
+    tileStrip = readStrip (element, "resource", "framesNum", skin);
     tilesInRow = element.getIntAttribute ("tilesInRow", tilesInRow);
 
     const auto& mode = element.getStringAttribute ("justification");

@@ -11,7 +11,7 @@
 namespace quilvane
 {
 
-/** Shows a parameter's item by a frame of a strip. A press opens a picker with all frames as tiles, which floats over
+/** Shows a parameter's item by a frame of a strip. A press opens a picker with a tile for each item, which floats over
     the editor; a press on a tile chooses the item. */
 class ImageComboBox final : public SkinParameterController, private FloatingComponentOwner::Callback
 {
@@ -48,7 +48,8 @@ private:
     };
 
     juce::String getItemText() const;
-    void readPicker (const juce::XmlElement&);
+    void readPicker (const juce::XmlElement&, SkinFile&);
+    const FilmStrip& getTileStrip() const { return tileStrip.isValid() ? tileStrip : strip; }
     void closePicker (const juce::MouseEvent*);
 
     /** The item that the user took; the picker is gone then. */
@@ -56,6 +57,7 @@ private:
     void floatingComponentHidden (juce::Component&, const juce::MouseEvent*) override;
 
     FilmStrip strip;
+    FilmStrip tileStrip; // of the picker, if it has one of its own
     Justification justification = Justification::centred;
     int alignTile = 0;
     int tilesInRow = 1;

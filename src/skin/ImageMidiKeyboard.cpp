@@ -76,6 +76,10 @@ void ImageMidiKeyboard::readKeys (const juce::XmlElement& list, SkinFile& skin)
         if (const auto* gfx = child->getChildByName ("gfx"))
             key.strip = readStrip (*gfx, "resource", "framesNum", skin);
 
+        // Keys may lie over each other.
+        if (! skin.takeArea (*child, static_cast<juce::int64> (key.strip.getFrameWidth()) * key.strip.getFrameHeight()))
+            key.strip = {};
+
         key.area.setSize (key.strip.getFrameWidth(), key.strip.getFrameHeight());
 
         if (const auto* size = child->getChildByName ("size"))

@@ -4,10 +4,21 @@
 
 #include <utility>
 
+#include "parameters/FloatParameter.h"
 #include "skin/Fallbacks.h"
 
 namespace quilvane
 {
+
+namespace
+{
+
+bool hasSteps (const Parameter& parameter)
+{
+    return dynamic_cast<const FloatParameter*> (&parameter) == nullptr;
+}
+
+} // namespace
 
 LinkedSlider::LinkedSlider (const juce::String& controlName, double interval) :
     juce::Slider (juce::Slider::RotaryVerticalDrag, juce::Slider::NoTextBox)
@@ -26,6 +37,16 @@ void LinkedSlider::readFromXml (const juce::XmlElement& element, SkinFile& skin)
 void LinkedSlider::updateFromParameter (Parameter& parameter)
 {
     setValue (static_cast<double> (parameter.getNormalised()), juce::dontSendNotification);
+    repaint(); // also of a slider that stood there already, and showed another step
+}
+
+float LinkedSlider::getShownValue() const
+{
+    if (const auto* parameter = getParameter(); parameter != nullptr && ! linkMuted && hasSteps (*parameter))
+        return parameter->getNormalised();
+
+    const auto range = getRange();
+    return static_cast<float> ((getValue() - range.getStart()) / range.getLength());
 }
 
 //==============================================================================
@@ -47,8 +68,14 @@ void LinkedSlider::mouseDrag (const juce::MouseEvent& e)
 void LinkedSlider::mouseUp (const juce::MouseEvent& e)
 {
     // Also of a drag that Shift was pressed in.
-    if (std::exchange (isPressed, false))
-        juce::Slider::mouseUp (e);
+    if (! std::exchange (isPressed, false))
+        return;
+
+    juce::Slider::mouseUp (e);
+
+    // The next drag begins at the step that this one left.
+    if (auto* parameter = getParameter(); parameter != nullptr && ! linkMuted && hasSteps (*parameter))
+        updateFromParameter (*parameter);
 }
 
 void LinkedSlider::startedDragging()
@@ -95,7 +122,7 @@ void LinkedSlider::paintFallback (juce::Graphics& g)
     juce::Slider::paint (g);
 
     auto* const parameter = getParameter();
-    const auto value = parameter != nullptr ? parameter->getDisplayText() : juce::String (getValue(), 6);
+    const auto value = parameter != nullptr ? parameter->getDisplayText() : getOwnText();
 
     g.setColour (juce::Colours::black);
     g.drawFittedText (value, getLocalBounds(), juce::Justification::centredBottom, 2);

@@ -34,6 +34,12 @@ protected:
     /** Without a strip: the parameter's name and value over the slider's own look. */
     virtual void paintFallback (juce::Graphics&);
 
+    /** The slider's value, as 0 to 1; of a parameter of steps the one that it took, which the slider may rest beside. */
+    float getShownValue() const;
+
+    /** The value as text, of a slider without a parameter. */
+    virtual juce::String getOwnText() const { return juce::String (getValue(), 6); }
+
     /** Writes a value that the user chose to the parameter, and tells the listeners; unless the link is muted. */
     void sendToParameter (float normalised);
 

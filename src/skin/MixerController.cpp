@@ -15,13 +15,12 @@ namespace quilvane
 namespace
 {
 
-constexpr int defaultThumb = 16;   // pixels
 constexpr float wheelStep = 0.15f; // of the range, as sliders take it
 
 /** One of two numbers that a comma separates; 0 if it's missing. */
 int readGap (const juce::StringArray& numbers, int index)
 {
-    return juce::jlimit (0, maximumControlSize, numbers[index].getIntValue());
+    return juce::jlimit (-maximumControlSize, maximumControlSize, numbers[index].getIntValue());
 }
 
 } // namespace
@@ -76,12 +75,6 @@ MixerController::MasterSlider::MasterSlider (MixerController& owner) : GFXSwitch
     setSliderStyle (juce::Slider::LinearVertical);
     setScrollWheelEnabled (false); // the wheel is for the channel under it
     setAccessible (false);
-    setThumb (defaultThumb);
-}
-
-int MixerController::MasterSlider::getTravel()
-{
-    return juce::jmax (1, getHeight() - 2 * getLookAndFeel().getSliderThumbRadius (*this));
 }
 
 Parameter* MixerController::MasterSlider::getParameterAt (const juce::MouseEvent& e, juce::Component** component)
@@ -103,12 +96,11 @@ MixerController::MixerController (const juce::String& controlName) : SkinParamet
 
 void MixerController::readFromXml (const juce::XmlElement& element, SkinFile& skin)
 {
-    backgroundImage = FilmStrip (skin.getImage (element.getStringAttribute ("background")), 1).getImage();
+    backgroundImage = readStrip (element, "background", 1, skin).getImage();
 
     if (backgroundImage.isValid())
         setSize (backgroundImage.getWidth(), backgroundImage.getHeight());
 
-    masterSlider.setThumb (juce::jlimit (0, maximumControlSize, element.getIntAttribute ("thumb", defaultThumb)));
     setReadOnly (readBool (element, "readOnly", false));
 
     applyPosition (*this, findExactChild (element, "pos"));
@@ -132,7 +124,7 @@ void MixerController::readFromXml (const juce::XmlElement& element, SkinFile& sk
 
     if (const auto* list = findExactChild (element, "parameters"))
         for (const auto* child : list->getChildIterator())
-            if (child->getTagName() == "param")
+            if (child->getTagName() == "param" && skin.takeControl (*child))
                 readParameter (*child, skin);
 
     layOut();
@@ -211,7 +203,8 @@ void MixerController::updateFromParameter (Parameter& parameter)
 //==============================================================================
 int MixerController::findChannel (juce::Point<int> place) const
 {
-    for (int i = 0; i < sliderFrames.size(); ++i)
+    // With gaps below 0, the last one lies on top.
+    for (int i = sliderFrames.size(); --i >= 0;)
         if (sliderFrames[i]->getBounds().contains (place)
             || (displayFrames[i]->isVisible() && displayFrames[i]->getBounds().contains (place)))
             return i;
@@ -297,7 +290,7 @@ void MixerController::mouseDrag (const juce::MouseEvent& e)
                      static_cast<float> (slider.getBottom() - y) / static_cast<float> (slider.getHeight()));
     }
 
-    const auto distance = static_cast<float> (startOfDrag - y) / static_cast<float> (masterSlider.getTravel());
+    const auto distance = static_cast<float> (startOfDrag - y) / static_cast<float> (getSliderSize().y);
 
     for (size_t i = 0; i < valuesAtStart.size(); ++i)
         moveChannel (static_cast<int> (i), valuesAtStart[i] + distance);

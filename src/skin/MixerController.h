@@ -13,15 +13,15 @@ namespace quilvane
     The gaps are to the left of each channel, and above each slider and each display.
 
     A press on a slider gives its channel the value at the mouse, and a drag goes on with that channel alone. With Ctrl
-    held at the press, a drag moves all channels together, each from where it stood; those that reach an end wait
-    there until the mouse is back.
+    held at the press, a drag moves all channels together, each from where it stood and as far as a plain drag would;
+    those that reach an end wait there until the mouse is back.
 */
 class MixerController final : public SkinParameterController
 {
 public:
     explicit MixerController (const juce::String& controlName);
 
-    /** Reads "background", "thumb" and "readOnly", and the children "pos", "size", "gfx" and "parameters", by their
+    /** Reads "background" and "readOnly", and the children "pos", "size", "gfx" and "parameters", by their
         exact names. */
     void readFromXml (const juce::XmlElement&, SkinFile&) override;
 
@@ -74,16 +74,18 @@ private:
         float value = 0.0f;
     };
 
-    /** Lies over all sliders, invisible, and takes the mouse for them. */
+    /** Lies over all sliders, invisible, and takes the mouse for them. It has no life of its own: with Ctrl, a slider
+        would hide the mouse and throw it elsewhere. */
     class MasterSlider final : public GFXSwitch
     {
     public:
         explicit MasterSlider (MixerController&);
 
-        using GFXSwitch::setThumb;
-
-        /** How far a drag goes from one end to the other, in pixels. */
-        int getTravel();
+        // The mixer listens to them.
+        void mouseDown (const juce::MouseEvent&) override {}
+        void mouseDrag (const juce::MouseEvent&) override {}
+        void mouseUp (const juce::MouseEvent&) override {}
+        void mouseDoubleClick (const juce::MouseEvent&) override {}
 
         // Those of the mixer.
         Parameter* getParameterAt (const juce::MouseEvent&, juce::Component** component) override;

@@ -8,6 +8,7 @@
 #include "skin/Fallbacks.h"
 #include "skin/SkinElement.h"
 #include "skin/SkinFile.h"
+#include "widgets/DefaultLookAndFeel.h"
 
 namespace quilvane
 {
@@ -52,7 +53,11 @@ void NumericDisplaySign::show (bool negative)
 }
 
 //==============================================================================
-NumericDisplay::NumericDisplay (const juce::String& controlName) : juce::Component (controlName) {}
+NumericDisplay::NumericDisplay (const juce::String& controlName) : juce::Component (controlName)
+{
+    setMouseClickGrabsKeyboardFocus (false); // a click that begins an edit asks for it
+}
+
 NumericDisplay::~NumericDisplay() = default;
 
 void NumericDisplay::readFromXml (const juce::XmlElement& element, SkinFile& skin)
@@ -129,7 +134,9 @@ void NumericDisplay::buildCells (const juce::XmlElement& element, SkinFile& skin
 //==============================================================================
 void NumericDisplay::updateFromParameter (Parameter& parameter)
 {
-    setValue (static_cast<double> (parameter.getFloat()), false);
+    // What the user types stands until it's done.
+    if (! isEditing)
+        setValue (static_cast<double> (parameter.getFloat()), false);
 }
 
 void NumericDisplay::setValue (double newValue, bool notify)
@@ -142,10 +149,11 @@ void NumericDisplay::setValue (double newValue, bool notify)
     value = newValue;
     showValue();
 
-    if (notify && getParameter() != nullptr)
+    if (auto* parameter = getParameter(); notify && parameter != nullptr)
     {
-        getParameter()->setFloat (static_cast<float> (value), true);
+        parameter->setFloat (static_cast<float> (value), true);
         notifyValueChanged();
+        updateFromParameter (*parameter); // which may have refused a part of it
     }
 }
 
@@ -201,10 +209,124 @@ void NumericDisplay::mouseDrag (const juce::MouseEvent& e)
         setValue (dragStartValue - dragWeight * numSteps, true);
 }
 
-void NumericDisplay::mouseUp (const juce::MouseEvent&)
+void NumericDisplay::mouseUp (const juce::MouseEvent& e)
 {
-    dragWeight = 0.0;
+    const auto wasPressed = std::exchange (dragWeight, 0.0) > 0.0;
     endGesture();
+
+    // With the second click of a double one the editor resets the parameter.
+    if (e.getNumberOfClicks() > 1 && getParameter() != nullptr && canResetParameterAt (e))
+        stopEditing (false);
+    else if (wasPressed && e.mouseWasClicked())
+        startEditing();
+}
+
+//==============================================================================
+void NumericDisplay::startEditing()
+{
+    if (std::exchange (isEditing, true))
+        return;
+
+    setWantsKeyboardFocus (true); // only now, as by a display
+    fieldWatcher.start();
+    repaint();
+
+    if (isShowing())
+        grabKeyboardFocus();
+}
+
+void NumericDisplay::stopEditing (bool keepsNumber)
+{
+    // To give the focus away is to lose it, which ends here again.
+    if (! std::exchange (isEditing, false))
+        return;
+
+    fieldWatcher.stop();
+    giveAwayKeyboardFocus();
+    setWantsKeyboardFocus (false);
+    repaint();
+
+    if (keepsNumber && typed.isNotEmpty())
+        sendTypedDigits();
+
+    typed.clear();
+    typedMinus = false;
+
+    if (auto* parameter = getParameter())
+        updateFromParameter (*parameter);
+
+    showValue();
+}
+
+void NumericDisplay::sendTypedDigits()
+{
+    const auto number = typed.getDoubleValue() * weightOf (digitsNum - 1);
+    const auto inRange = clampInto (typedMinus ? -number : number, minValue, maxValue);
+
+    if (getParameter() != nullptr)
+        sendTypedNumber (inRange);
+    else
+        setValue (inRange, false);
+}
+
+void NumericDisplay::endPendingGesture()
+{
+    stopEditing (false);
+    GUIController::endPendingGesture();
+}
+
+bool NumericDisplay::keyPressed (const juce::KeyPress& key)
+{
+    // Keys with modifiers are commands.
+    if (! isEditing || key.getModifiers().isAnyModifierKeyDown() || ! edit (key))
+        return false;
+
+    if (isEditing)
+        showTypedDigits();
+
+    return true;
+}
+
+bool NumericDisplay::edit (const juce::KeyPress& key)
+{
+    const auto character = key.getTextCharacter();
+
+    if (key == juce::KeyPress::returnKey || key == juce::KeyPress::escapeKey)
+        stopEditing (key == juce::KeyPress::returnKey);
+    else if (key == juce::KeyPress::backspaceKey || key == juce::KeyPress::deleteKey)
+        typed = typed.dropLastCharacters (1);
+    else if (character == '-')
+        typedMinus = sign != nullptr && ! typedMinus;
+    else if (character >= '0' && character <= '9')
+        typed += typed.length() < digitsNum ? juce::String::charToString (character) : juce::String();
+    else
+        return juce::CharacterFunctions::isPrintable (character); // no other is of use here, nor meant for the host
+
+    return true;
+}
+
+void NumericDisplay::showTypedDigits()
+{
+    if (typed.isEmpty())
+        return showValue();
+
+    for (int i = 0; i < digitsNum; ++i)
+    {
+        const auto place = typed.length() - digitsNum + i;
+        digits[static_cast<size_t> (i)]->show (place >= 0 ? static_cast<int> (typed[place] - '0') : 0, place < 0);
+    }
+
+    if (sign != nullptr)
+        sign->show (typedMinus);
+}
+
+void NumericDisplay::paintOverChildren (juce::Graphics& g)
+{
+    if (! isEditing)
+        return;
+
+    if (const auto* look = dynamic_cast<DefaultLookAndFeel*> (&getLookAndFeel()))
+        look->drawFocusRing (g, getLocalBounds());
 }
 
 } // namespace quilvane

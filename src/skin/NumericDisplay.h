@@ -7,6 +7,7 @@
 
 #include "skin/FilmStrip.h"
 #include "skin/GUIController.h"
+#include "widgets/FieldWatcher.h"
 
 namespace quilvane
 {
@@ -69,7 +70,8 @@ private:
 };
 
 /** Shows a number by one image cell for each digit, and moves it by vertical drags: the digit under the mouse, or
-    the whole value. */
+    the whole value. After a click digits can be typed: they come in from the right, until Return, Escape or a press
+    elsewhere. */
 class NumericDisplay final : public GUIController, public juce::Component
 {
 public:
@@ -97,8 +99,17 @@ public:
     void mouseDown (const juce::MouseEvent&) override;
     void mouseDrag (const juce::MouseEvent&) override;
     void mouseUp (const juce::MouseEvent&) override;
+    bool keyPressed (const juce::KeyPress&) override;
+    void focusLost (FocusChangeType) override { fieldWatcher.fieldLostFocus(); }
+    void endPendingGesture() override;
+    void paintOverChildren (juce::Graphics&) override;
 
 private:
+    void startEditing();
+    void stopEditing (bool keepsNumber);
+    bool edit (const juce::KeyPress&);
+    void sendTypedDigits();
+    void showTypedDigits();
     void readRange (const juce::XmlElement&);
     void buildCells (const juce::XmlElement&, SkinFile&);
     void showValue();
@@ -116,6 +127,11 @@ private:
 
     double dragStartValue = 0.0;
     double dragWeight = 0.0; // 0 for no drag
+
+    bool isEditing = false;
+    bool typedMinus = false;
+    juce::String typed; // digits; what is shown before there are any is the value
+    FieldWatcher fieldWatcher { *this, [this] { stopEditing (true); } };
 };
 
 } // namespace quilvane

@@ -27,13 +27,12 @@ juce::String digitText (int frame)
 
 PatternNumberDisplayDigit::PatternNumberDisplayDigit (int frames) : GFXAnimation ({}), numFrames (frames)
 {
-    setStrip ({});
+    framesNum = numFrames;
 }
 
-void PatternNumberDisplayDigit::setStrip (const juce::Image& image)
+void PatternNumberDisplayDigit::readStripFrom (const juce::XmlElement& gfx, const char* attribute, SkinFile& skin)
 {
-    setImage (image, numFrames);
-    framesNum = numFrames;
+    setStrip (readStrip (gfx, attribute, numFrames, skin));
 }
 
 void PatternNumberDisplayDigit::paintFallback (juce::Graphics& g)
@@ -110,7 +109,7 @@ void PatternNumberDisplay::readFromXml (const juce::XmlElement& element, SkinFil
     for (size_t i = 0; i < digits.size(); ++i)
     {
         if (const auto* gfx = element.getChildByName ("gfx"))
-            digits[i]->setStrip (skin.getImage (gfx->getStringAttribute (attributes[i])));
+            digits[i]->readStripFrom (*gfx, attributes[i], skin);
 
         digits[i]->setBounds (static_cast<int> (i) * getWidth() / 4, 0, getWidth() / 4, getHeight());
     }

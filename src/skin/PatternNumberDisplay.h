@@ -15,8 +15,8 @@ class PatternNumberDisplayDigit : public GFXAnimation
 public:
     explicit PatternNumberDisplayDigit (int numFrames);
 
-    /** Takes a strip of the digit's own number of frames; without one the number stands all the same. */
-    void setStrip (const juce::Image&);
+    /** Takes the strip that an attribute names, of the digit's own number of frames. */
+    void readStripFrom (const juce::XmlElement& gfx, const char* attribute, SkinFile&);
 
     void show (int frame) { showFrame (frame); }
 

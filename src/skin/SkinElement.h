@@ -13,6 +13,9 @@ namespace quilvane
 /** In pixels; no screen is as large. */
 constexpr int maximumControlSize = 4096;
 
+/** The longest text that a control shows, in characters; no control is as wide. Presets may hold longer ones. */
+constexpr int longestShownText = 1024;
+
 /** A child by its name with regard to case; null if there is none. */
 inline const juce::XmlElement* findExactChild (const juce::XmlElement& parent, juce::StringRef tag)
 {

@@ -2,6 +2,9 @@
 
 #include "skin/SkinFile.h"
 
+#include <algorithm>
+#include <utility>
+
 #include <juce_cryptography/juce_cryptography.h>
 
 #include "core/BasePlugin.h"
@@ -9,6 +12,8 @@
 #include "skin/BoundedFont.h"
 #include "skin/BoundedImage.h"
 #include "skin/GFXPanel.h"
+#include "skin/SkinProblems.h"
+#include "skin/SkinVocabulary.h"
 
 namespace quilvane
 {
@@ -21,9 +26,6 @@ constexpr const char* mainPanelName = "MainPanel";
 constexpr const char* builtPanelName = "MainEditorPanel";
 constexpr juce::int64 maximumDigestBytes = 64;
 constexpr int hashReadBuffer = 65536; // bytes; MD5 asks for 512 at a time
-
-constexpr ZipBounds containerBounds { maximumSkinBytes, 16, maximumSkinBytes, maximumSkinBytes };
-constexpr ZipBounds contentBounds { maximumSkinBytes, maximumSkinEntries, maximumSkinBytes, maximumSkinBytes };
 
 juce::MemoryBlock readWhole (std::unique_ptr<juce::InputStream> stream)
 {
@@ -88,7 +90,7 @@ void SkinFile::openArchives()
     if (stream == nullptr)
         return;
 
-    containerArchive = BoundedZip::open (std::move (stream), containerBounds);
+    containerArchive = BoundedZip::open (std::move (stream), skinContainerBounds);
 
     if (containerArchive == nullptr)
         return;
@@ -108,7 +110,7 @@ void SkinFile::openArchives()
     juce::BufferedInputStream buffered (*content, hashReadBuffer);
 
     if (juce::MD5 (buffered).toHexString().equalsIgnoreCase (digest))
-        contentArchive = BoundedZip::open (std::move (content), contentBounds);
+        contentArchive = BoundedZip::open (std::move (content), skinContentBounds);
 }
 
 juce::MemoryBlock SkinFile::readResource (const juce::String& resourceName, juce::int64 maximumBytes)
@@ -143,68 +145,219 @@ std::unique_ptr<GFXPanel> SkinFile::loadEditorPanel()
 {
     const auto document = readResource (documentName, maximumXmlBytes);
     juce::MemoryInputStream stream (document, false);
-    return parseDocument (parseBoundedXml (stream.readEntireStreamAsString()).get());
-}
+    const auto text = stream.readEntireStreamAsString();
+    const auto root = parseBoundedXml (text);
 
-std::unique_ptr<GFXPanel> SkinFile::parseDocument (const juce::XmlElement* root)
-{
-    if (root == nullptr || ! root->getTagName().equalsIgnoreCase (rootTag))
-        return nullptr;
-
-    if (const auto* list = root->getChildByName ("Fonts"))
-        for (const auto* font : list->getChildWithTagNameIterator ("font"))
-            if (fonts.size() < maximumSkinFonts)
-                fonts.push_back ({ font->getStringAttribute ("typeface"), font->getStringAttribute ("style") == "bold",
-                                   font->getStringAttribute ("file"), nullptr });
-
-    for (const auto* element : root->getChildWithTagNameIterator ("Panel"))
+    if (root == nullptr)
     {
-        if (! element->getStringAttribute ("name").equalsIgnoreCase (mainPanelName))
-            continue;
-
-        auto panel = std::make_unique<GFXPanel> (builtPanelName);
-        panel->readFromXml (*element, *this);
-        return panel;
+        report (nullptr, document.isEmpty() ? "there is no document, or one of more than 4 MiB"
+                                            : "the document isn't well-formed XML, or holds more than may be read");
+        return nullptr;
     }
 
+    if (problems != nullptr)
+    {
+        problems->setDocument (text, *root);
+        reportUnknownNames (*root, *this);
+    }
+
+    return parseDocument (*root);
+}
+
+std::unique_ptr<GFXPanel> SkinFile::parseDocument (const juce::XmlElement& root)
+{
+    if (! root.getTagName().equalsIgnoreCase (rootTag))
+    {
+        report (&root, juce::String ("the document of a skin is a ") + rootTag);
+        return nullptr;
+    }
+
+    if (const auto* list = root.getChildByName ("Fonts"))
+        readFonts (*list);
+
+    for (const auto* element : root.getChildWithTagNameIterator ("Panel"))
+        if (element->getStringAttribute ("name").equalsIgnoreCase (mainPanelName))
+            return buildMainPanel (*element);
+
+    report (&root, juce::String ("there is no Panel with the name \"") + mainPanelName + "\"");
     return nullptr;
 }
 
-juce::Image SkinFile::getImage (const juce::String& resourceName)
+std::unique_ptr<GFXPanel> SkinFile::buildMainPanel (const juce::XmlElement& element)
 {
-    const auto data = readResource (resourceName, juce::jmin (maximumSkinImageBytes, imageBytesLeft));
-    imageBytesLeft -= static_cast<juce::int64> (data.getSize());
+    auto panel = std::make_unique<GFXPanel> (builtPanelName);
+    panel->readFromXml (element, *this);
 
-    auto image = decodeBoundedImage (data.getData(), data.getSize(), pixelsLeft);
+    if (panel->getBounds().isEmpty())
+        report (&element, "the panel has neither an image nor a size, so the plug-in doesn't show the skin");
 
-    if (image.isValid())
-        pixelsLeft -= static_cast<juce::int64> (image.getWidth()) * image.getHeight();
-    else if (! data.isEmpty())
-        pixelsLeft = juce::jmax (juce::int64(), pixelsLeft - pixelsOfDamagedImage);
+    return panel;
+}
 
-    return image;
+//==============================================================================
+void SkinFile::readFonts (const juce::XmlElement& list)
+{
+    for (const auto* font : list.getChildWithTagNameIterator ("font"))
+    {
+        if (fonts.size() == maximumSkinFonts)
+            return report (font, "there are more than " + juce::String (maximumSkinFonts) + " fonts");
+
+        auto& added = fonts.emplace_back();
+        added.typefaceName = font->getStringAttribute ("typeface");
+        added.bold = font->getStringAttribute ("style") == "bold";
+        added.fileName = font->getStringAttribute ("file");
+
+        // Else it's read once it's asked for.
+        if (problems != nullptr && ! loadTypeface (added))
+            report (font, "there is no font \"" + added.fileName + "\" that can be read");
+    }
+}
+
+bool SkinFile::loadTypeface (SkinFont& font)
+{
+    if (font.typeface == nullptr)
+    {
+        const auto data = readResource (font.fileName, juce::jmin (maximumSkinFontBytes, fontBytesLeft));
+        fontBytesLeft -= static_cast<juce::int64> (data.getSize());
+        font.typeface = createBoundedTypeface (data.getData(), data.getSize());
+    }
+
+    return font.typeface != nullptr;
 }
 
 juce::Typeface::Ptr SkinFile::getTypeface (const juce::String& typefaceName, bool bold)
 {
     for (auto& font : fonts)
-    {
-        if (font.bold != bold || ! font.typefaceName.equalsIgnoreCase (typefaceName))
-            continue;
-
-        if (font.typeface == nullptr)
-        {
-            const auto data = readResource (font.fileName, juce::jmin (maximumSkinFontBytes, fontBytesLeft));
-            fontBytesLeft -= static_cast<juce::int64> (data.getSize());
-
-            font.typeface = createBoundedTypeface (data.getData(), data.getSize());
-        }
-
-        if (font.typeface != nullptr)
+        if (font.bold == bold && font.typefaceName.equalsIgnoreCase (typefaceName) && loadTypeface (font))
             return font.typeface;
-    }
 
     return nullptr;
+}
+
+//==============================================================================
+SkinFile::KnownImage SkinFile::decodeImage (const juce::String& resourceName)
+{
+    const auto data = readResource (resourceName, maximumSkinImageBytes);
+
+    if (data.isEmpty())
+        return { {}, "there is no image \"" + resourceName + "\", or one of more than 32 MiB" };
+
+    auto image = decodeBoundedImage (data.getData(), data.getSize(), pixelsLeft);
+    const auto hadRoomLeft = pixelsLeft;
+
+    if (image.isValid())
+    {
+        pixelsLeft -= static_cast<juce::int64> (image.getWidth()) * image.getHeight();
+        return { image, {} };
+    }
+
+    pixelsLeft = juce::jmax (juce::int64(), pixelsLeft - pixelsOfDamagedImage);
+
+    const auto wouldFit = problems != nullptr && hadRoomLeft < maximumSkinPixels
+                          && decodeBoundedImage (data.getData(), data.getSize(), maximumSkinPixels).isValid();
+    return { {},
+             wouldFit ? "the images before \"" + resourceName + "\" leave it no room: together they may have "
+                            + juce::String (maximumSkinPixels) + " pixels"
+                      : "the image \"" + resourceName + "\" is damaged, too large, or no PNG, JPEG or GIF" };
+}
+
+const SkinFile::KnownImage& SkinFile::findImage (const juce::String& resourceName)
+{
+    const auto known = images.find (resourceName);
+    return known != images.end() ? known->second
+                                 : images.emplace (resourceName, decodeImage (resourceName)).first->second;
+}
+
+juce::Image SkinFile::getImage (const juce::String& resourceName)
+{
+    return findImage (resourceName).image;
+}
+
+juce::Image SkinFile::readImage (const juce::XmlElement& element, const char* attribute)
+{
+    const auto& resourceName = element.getStringAttribute (attribute);
+
+    if (resourceName.isEmpty())
+        return {};
+
+    const auto& known = findImage (resourceName);
+
+    if (! known.image.isValid())
+        report (&element, known.fault);
+
+    return known.image;
+}
+
+int SkinFile::getNumImages() const
+{
+    return static_cast<int> (
+        std::count_if (images.begin(), images.end(), [] (const auto& known) { return known.second.image.isValid(); }));
+}
+
+//==============================================================================
+Parameter* SkinFile::readParameter (const juce::XmlElement& element, const char* attribute)
+{
+    const auto& wanted = element.getStringAttribute (attribute);
+    auto* parameter = plugin.getParameters().getParameterByName (wanted);
+
+    if (parameter == nullptr)
+        report (&element, "there is no parameter \"" + wanted + "\"");
+
+    return parameter;
+}
+
+std::optional<int> SkinFile::readEvent (const juce::XmlElement& element, const char* attribute)
+{
+    const auto& wanted = element.getStringAttribute (attribute);
+    const auto uid = plugin.getEvents().findUid (wanted);
+
+    if (! uid)
+        report (&element, "there is no event \"" + wanted + "\"");
+
+    return uid;
+}
+
+bool SkinFile::takeControl (const juce::XmlElement& element, int weight)
+{
+    if (controlsLeft >= weight)
+    {
+        controlsLeft -= weight;
+        return true;
+    }
+
+    // The first one speaks for the rest.
+    if (std::exchange (controlsLeft, -1) >= 0)
+        report (&element, "there are more than " + juce::String (maximumSkinControls)
+                              + " controls and channels; the rest isn't built");
+
+    return false;
+}
+
+void SkinFile::enterPanel (juce::Rectangle<int> bounds)
+{
+    if (! areaLeft)
+        areaLeft = juce::jmin (maximumSkinArea,
+                               maximumSkinLayers * static_cast<juce::int64> (bounds.getWidth()) * bounds.getHeight());
+}
+
+bool SkinFile::takeArea (const juce::XmlElement& element, juce::int64 pixels)
+{
+    if (pixels > areaLeft.value_or (0))
+    {
+        report (&element, "the controls cover the panel more than " + juce::String (maximumSkinLayers)
+                              + " times, or more than " + juce::String (maximumSkinArea)
+                              + " pixels; this one isn't built");
+        return false;
+    }
+
+    areaLeft = areaLeft.value_or (0) - pixels;
+    return true;
+}
+
+void SkinFile::report (const juce::XmlElement* element, const juce::String& text) const
+{
+    if (problems != nullptr)
+        problems->add (element, text);
 }
 
 } // namespace quilvane

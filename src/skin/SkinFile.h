@@ -2,7 +2,9 @@
 
 #pragma once
 
+#include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <juce_gui_basics/juce_gui_basics.h>
@@ -14,14 +16,15 @@ namespace quilvane
 
 class BasePlugin;
 class GFXPanel;
+class Parameter;
+class SkinProblems;
 
 /** A skin of 1000 x 620 pixels with strips of 101 frames takes 5 MiB. */
 constexpr juce::int64 maximumSkinBytes = 64LL * 1024 * 1024;
 constexpr int maximumSkinEntries = 2048;
+constexpr ZipBounds skinContainerBounds { maximumSkinBytes, 16, maximumSkinBytes, maximumSkinBytes };
+constexpr ZipBounds skinContentBounds { maximumSkinBytes, maximumSkinEntries, maximumSkinBytes, maximumSkinBytes };
 constexpr juce::int64 maximumSkinImageBytes = 32LL * 1024 * 1024;
-
-/** Of all images that are read, as files: each control that names one reads it anew. */
-constexpr juce::int64 maximumSkinImageReads = 256LL * 1024 * 1024;
 
 constexpr juce::int64 maximumSkinFontBytes = 8LL * 1024 * 1024;
 constexpr juce::int64 maximumSkinFontReads = 64LL * 1024 * 1024;
@@ -32,7 +35,15 @@ constexpr juce::int64 maximumSkinPixels = 48LL * 1024 * 1024;
 /** What an image that can't be decoded counts for, because finding that out can take as long as decoding it. */
 constexpr juce::int64 pixelsOfDamagedImage = maximumSkinPixels / 32;
 
+/** A mixer's channel counts as one. The gallery of the tests, which has every control, takes 119. */
 constexpr int maximumSkinControls = 2000;
+
+/** How often controls may cover the main panel. One repaint paints them all. */
+constexpr juce::int64 maximumSkinLayers = 16;
+
+/** The same in pixels, for large panels. */
+constexpr juce::int64 maximumSkinArea = 64LL * 1024 * 1024;
+
 constexpr size_t maximumSkinFonts = 64;
 
 /** A font file that a skin carries. */
@@ -52,8 +63,8 @@ struct SkinFont
     nobody out, so all of a skin is taken for hostile: sizes, numbers and pixels are bounded by the constants below.
 
     Lives while a panel is built or a preview is read. Controls are given it while they read themselves and don't
-    keep it. Every image is decoded afresh for each that asks for it. No failure is reported: what can't be found is
-    an invalid image, a null font, or a null panel.
+    keep it. An image is decoded once, and those who ask for it share its pixels. What can't be found is an invalid
+    image, a null font, or a null panel; why, is told to a list of problems, if there is one.
 
     For the message thread.
 */
@@ -86,14 +97,44 @@ public:
         @returns null if the skin, or its document, can't be used */
     std::unique_ptr<GFXPanel> loadEditorPanel();
 
-    /** Decodes an image, by the exact name of its member. */
+    /** An image, by the exact name of its member. */
     juce::Image getImage (const juce::String& resourceName);
 
     /** The skin's font of this name (without regard to case) and weight; null if it has none. */
     juce::Typeface::Ptr getTypeface (const juce::String& typefaceName, bool bold);
 
-    /** Whether the document may have one more control; each asks once. */
-    bool takeControl() noexcept { return controlsLeft-- > 0; }
+    //==============================================================================
+    // For what reads an element. All of these report what they don't find.
+
+    /** The image that an attribute names; an invalid one if it names none, which is no problem. */
+    juce::Image readImage (const juce::XmlElement&, const char* attribute);
+
+    /** The parameter that an attribute names, or null. */
+    Parameter* readParameter (const juce::XmlElement&, const char* attribute);
+
+    /** The number of the event that an attribute names. */
+    std::optional<int> readEvent (const juce::XmlElement&, const char* attribute);
+
+    /** Whether the document may have one more control; each asks once.
+        @param weight how many of the plain ones it counts for */
+    bool takeControl (const juce::XmlElement&, int weight = 1);
+
+    /** Tells of a panel's size, before its controls are built. The first one is the main panel's. */
+    void enterPanel (juce::Rectangle<int> bounds);
+
+    /** Whether the main panel may have so many more pixels painted; each control asks once. */
+    bool takeArea (const juce::XmlElement&, juce::int64 pixels);
+
+    //==============================================================================
+    /** Gives the list that hears of all that can't be shown, before the panel is built; null, as at first, for none. */
+    void setProblems (SkinProblems* list) noexcept { problems = list; }
+
+    /** Adds a problem to the list, if there is one.
+        @param element null for the skin as a whole */
+    void report (const juce::XmlElement* element, const juce::String& text) const;
+
+    /** How many of its images could be decoded so far. */
+    int getNumImages() const;
 
     static constexpr const char* fileExtension = ".k7rskin";
     static constexpr const char* filePattern = "*.k7rskin";
@@ -103,8 +144,21 @@ public:
     static constexpr const char* backgroundName = "Background.png";
 
 private:
+    /** An image that was asked for, or why there is none. */
+    struct KnownImage
+    {
+        juce::Image image;
+        juce::String fault;
+    };
+
     void openArchives();
-    std::unique_ptr<GFXPanel> parseDocument (const juce::XmlElement*);
+    std::unique_ptr<GFXPanel> parseDocument (const juce::XmlElement&);
+    void readFonts (const juce::XmlElement& list);
+    bool loadTypeface (SkinFont&);
+    std::unique_ptr<GFXPanel> buildMainPanel (const juce::XmlElement&);
+
+    const KnownImage& findImage (const juce::String& resourceName);
+    KnownImage decodeImage (const juce::String& resourceName);
 
     /** A resource or the document, whole; an empty block if it's missing or larger than it may be. */
     juce::MemoryBlock readResource (const juce::String& resourceName, juce::int64 maximumBytes);
@@ -121,10 +175,12 @@ private:
     std::unique_ptr<BoundedZip> containerArchive;
     std::unique_ptr<BoundedZip> contentArchive;
 
+    SkinProblems* problems = nullptr;
     std::vector<SkinFont> fonts;
+    std::map<juce::String, KnownImage> images;
     juce::int64 pixelsLeft = maximumSkinPixels;
-    juce::int64 imageBytesLeft = maximumSkinImageReads;
     int controlsLeft = maximumSkinControls;
+    std::optional<juce::int64> areaLeft; // once the main panel's size is known
     juce::int64 fontBytesLeft = maximumSkinFontReads;
 };
 

@@ -13,7 +13,7 @@ namespace quilvane
 
 void SkinParameterController::readParameter (const juce::XmlElement& param, SkinFile& skin)
 {
-    auto* parameter = skin.getPlugin().getParameters().getParameterByName (param.getStringAttribute ("name"));
+    auto* parameter = skin.readParameter (param, "name");
 
     if (parameter != nullptr && ! readBool (param, "reset", true))
         notReset.push_back (parameter);

@@ -2,8 +2,6 @@
 
 #include "skin/TextInput.h"
 
-#include <cmath>
-
 #include "skin/SkinElement.h"
 #include "skin/SkinFile.h"
 
@@ -14,7 +12,6 @@ namespace
 {
 
 constexpr int margin = 2; // at both sides of the text, in pixels
-constexpr int longestText = 1024;
 constexpr const char* defaultTypeface = "Tahoma";
 constexpr float defaultHeight = 14.0f;
 
@@ -64,7 +61,7 @@ TextInput::TextInput (const juce::String& controlName) :
 void TextInput::readFromXml (const juce::XmlElement& element, SkinFile& skin)
 {
     setText (element.getStringAttribute ("name"));
-    defaultText = element.getStringAttribute ("defaultText");
+    defaultText = element.getStringAttribute ("defaultText").substring (0, longestShownText);
     justification = readJustification (element);
 
     if (const auto& gesture = element.getStringAttribute ("editable"); gesture == "onClick")
@@ -112,7 +109,7 @@ void TextInput::updateFromParameter (Parameter& parameter)
 
 void TextInput::setText (const juce::String& newText)
 {
-    text = newText;
+    text = newText.substring (0, longestShownText);
     repaint();
 }
 
@@ -142,7 +139,7 @@ void TextInput::openEditor (Opening gesture, const juce::MouseEvent& e)
     {
         editor = std::make_unique<ModalTextEditor> (getName());
         editor->addModalListener (this);
-        editor->setInputRestrictions (longestText);
+        editor->setInputRestrictions (longestShownText);
         editor->setBorder ({});
         editor->setIndents (margin, 0);
         editor->setJustification (justification);
@@ -154,9 +151,8 @@ void TextInput::openEditor (Opening gesture, const juce::MouseEvent& e)
         editor->applyColourToAllText (editor->findColour (juce::TextEditor::textColourId));
     }
 
-    // Of a parameter what can be written back: the value without its unit.
     editor->applyFontToAllText (font);
-    editor->setText (getParameter() != nullptr ? getParameter()->getString() : text, false);
+    editor->setText (text, false);
     editor->setBounds (getLocalBounds());
     addAndMakeVisible (*editor);
     editor->startEditing();
@@ -170,38 +166,21 @@ void TextInput::modalEditingFinished (ModalTextEditor&)
 
 void TextInput::modalTextChanged (ModalTextEditor&, const juce::String& newText)
 {
-    if (getParameter() != nullptr)
-        sendToParameter (newText);
-    else
-        setText (newText);
-
-    notifyValueChanged();
-}
-
-void TextInput::sendToParameter (const juce::String& newText)
-{
-    auto& parameter = *getParameter();
-    const auto copy = parameter.clone (parameter.getId(), parameter.getName());
-    copy->setString (newText, false);
-
-    // A text that isn't its own word for the value has to be a number.
-    const auto isWord = copy->getString().equalsIgnoreCase (newText);
-    const auto isNumber = newText.containsAnyOf ("0123456789") && newText.trim().containsOnly ("0123456789.+-eE");
-
-    if (! linkMuted && (isWord || isNumber))
+    if (auto* parameter = getParameter())
     {
-        beginGesture();
-        parameter.setString (newText, true);
-        endGesture();
+        // A text that is refused leaves what stood there.
+        sendTypedText (newText);
+        return updateFromParameter (*parameter);
     }
 
-    updateFromParameter (parameter);
+    setText (newText);
+    notifyValueChanged();
 }
 
 void TextInput::endPendingGesture()
 {
     if (auto* open = getOpenEditor())
-        open->finishEditing();
+        open->cancelEditing();
 
     PlacedComponent::endPendingGesture();
 }

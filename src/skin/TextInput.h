@@ -46,9 +46,6 @@ private:
     void readFont (const juce::XmlElement&, SkinFile&);
     void openEditor (Opening, const juce::MouseEvent&);
 
-    /** Gives the user's text to the parameter, if it can be read as one of its values. */
-    void sendToParameter (const juce::String& newText);
-
     void modalEditingFinished (ModalTextEditor&) override;
     void modalTextChanged (ModalTextEditor&, const juce::String& newText) override;
 

@@ -28,9 +28,17 @@ int widthOfLine (const juce::Font& font, const juce::String& line)
 class AlertWindow::FocusTraverser final : public juce::KeyboardFocusTraverser
 {
 public:
-    explicit FocusTraverser (std::vector<juce::Component*> components) : order (std::move (components)) {}
+    FocusTraverser (std::vector<juce::Component*> components, juce::Component* keeping) :
+        order (std::move (components)),
+        kept (keeping)
+    {
+    }
 
-    juce::Component* getDefaultComponent (juce::Component*) override { return order.empty() ? nullptr : order.front(); }
+    juce::Component* getDefaultComponent (juce::Component*) override
+    {
+        return kept != nullptr || order.empty() ? kept : order.front();
+    }
+
     juce::Component* getNextComponent (juce::Component* current) override { return getStep (current, 1); }
     juce::Component* getPreviousComponent (juce::Component* current) override { return getStep (current, -1); }
     std::vector<juce::Component*> getAllComponents (juce::Component*) override { return order; }
@@ -45,6 +53,7 @@ private:
     }
 
     const std::vector<juce::Component*> order;
+    juce::Component* const kept;
 };
 
 //==============================================================================
@@ -167,7 +176,7 @@ std::unique_ptr<AlertWindow> AlertWindow::open (Caller* caller, const juce::Stri
     auto alert = std::make_unique<AlertWindow> (caller, title, text);
 
     for (const auto code : codes)
-        alert->addButton (code, code == ok, code == ok);
+        alert->addButton (code, code == ok || code == no, code == ok || code == no);
 
     if (parent == nullptr)
         parent = dynamic_cast<juce::Component*> (caller);
@@ -197,13 +206,33 @@ bool AlertWindow::keyPressed (const juce::KeyPress& key)
         return true;
     }
 
-    // Tab ends at the last one, and doesn't begin again.
     const auto order = getFocusOrder();
 
+    if (key == juce::KeyPress::leftKey || key == juce::KeyPress::rightKey)
+    {
+        moveKeyboardFocusFrom (order, key == juce::KeyPress::rightKey ? 1 : -1);
+        return true;
+    }
+
+    // Tab ends at the last one, and doesn't begin again.
     if (key.getKeyCode() != juce::KeyPress::tabKey || order.empty())
         return false;
 
     return (key.getModifiers().isShiftDown() ? order.front() : order.back())->hasKeyboardFocus (false);
+}
+
+void AlertWindow::moveKeyboardFocusFrom (const std::vector<juce::Component*>& order, int distance)
+{
+    const auto focused =
+        std::find_if (order.begin(), order.end(), [] (const auto* c) { return c->hasKeyboardFocus (true); });
+
+    if (focused == order.end())
+        return;
+
+    const auto target = (focused - order.begin()) + distance;
+
+    if (target >= 0 && target < static_cast<std::ptrdiff_t> (order.size()))
+        (*(order.begin() + target))->grabKeyboardFocus();
 }
 
 std::vector<juce::Component*> AlertWindow::getFocusOrder()
@@ -213,7 +242,7 @@ std::vector<juce::Component*> AlertWindow::getFocusOrder()
 
 std::unique_ptr<juce::ComponentTraverser> AlertWindow::createKeyboardFocusTraverser()
 {
-    return std::make_unique<FocusTraverser> (getFocusOrder());
+    return std::make_unique<FocusTraverser> (getFocusOrder(), getFocusKeptByPress());
 }
 
 //==============================================================================

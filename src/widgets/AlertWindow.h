@@ -11,7 +11,7 @@
 namespace quilvane::K7R
 {
 
-/** A question with a fixed set of buttons, inside the editor. It waits for nobody: the answer comes to its Caller,
+/** A question with a fixed set of buttons, inside the editor, which Tab and the arrow keys go through. It waits for nobody: the answer comes to its Caller,
     which owns the window and may delete it there. For the message thread. */
 class AlertWindow : public WindowComponent, protected juce::AsyncUpdater
 {
@@ -55,7 +55,9 @@ public:
     /** Shows the window on the parent's editor. */
     void show (juce::Component& parent);
 
-    /** A window with these buttons, shown. An OK is pressed by Return and Escape both.
+    /** A window with these buttons, shown. An OK is pressed by Return and Escape both; so is a No, since questions of
+        this kind ask about what can't be taken back: they are agreed to by the mouse, or with Space or Return once the
+        focus was moved to the Yes.
         @param parent null for the caller, if that is a component */
     static std::unique_ptr<AlertWindow> open (Caller* caller, const juce::String& title, const juce::String& text,
                                               std::initializer_list<int> codes, juce::Component* parent = nullptr);
@@ -109,6 +111,8 @@ protected:
 
 private:
     class FocusTraverser;
+
+    void moveKeyboardFocusFrom (const std::vector<juce::Component*>& order, int distance);
 
     juce::String text;
     juce::Label message;

@@ -22,6 +22,7 @@ CheckBox_V2::CheckBox_V2 (const juce::String& label, int height) :
     tick (Icons::create (Icons::Name::tick, juce::Colours::black))
 {
     setWantsKeyboardFocus (false);
+    setMouseClickGrabsKeyboardFocus (false);
     setClickingTogglesState (true);
 
     tick->setInterceptsMouseClicks (false, false);
@@ -50,7 +51,7 @@ void CheckBox_V2::buttonStateChanged()
 void CheckBox_V2::clicked()
 {
     if (auto* parameter = getParameter (0))
-        parameter->setBool (getToggleState(), true);
+        setInGesture (*parameter, getToggleState() ? 1 : 0);
 }
 
 void CheckBox_V2::updateFromParameter (Parameter& parameter)

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "EmbeddedResources.h"
+#include "widgets/SlantedTypeface.h"
 
 namespace quilvane
 {
@@ -125,11 +126,24 @@ const juce::Drawable& DefaultLookAndFeel::LazyIcon::operator*() const
     return *drawable;
 }
 
-juce::Typeface::Ptr DefaultLookAndFeel::getEmbeddedTypeface()
+juce::Typeface::Ptr DefaultLookAndFeel::getEmbeddedTypeface (bool isBold, bool isItalic)
 {
-    static const auto typeface = juce::Typeface::createSystemTypefaceFor (
-        EmbeddedResources::DejaVuSansCondensed_ttf, EmbeddedResources::DejaVuSansCondensed_ttfSize);
-    return typeface;
+    using juce::Typeface;
+    static const auto regular = Typeface::createSystemTypefaceFor (EmbeddedResources::DejaVuSansCondensed_ttf,
+                                                                   EmbeddedResources::DejaVuSansCondensed_ttfSize);
+
+    // Most instances show no window that needs the others.
+    if (! isBold && ! isItalic)
+        return regular;
+
+    static const auto bold = Typeface::createSystemTypefaceFor (EmbeddedResources::DejaVuSansCondensedBold_ttf,
+                                                                EmbeddedResources::DejaVuSansCondensedBold_ttfSize);
+
+    if (! isItalic)
+        return bold;
+
+    static const Typeface::Ptr italic = new SlantedTypeface (regular), boldItalic = new SlantedTypeface (bold);
+    return isBold ? boldItalic : italic;
 }
 
 juce::Typeface::Ptr DefaultLookAndFeel::getTypefaceForFont (const juce::Font& font)
@@ -141,7 +155,7 @@ juce::Typeface::Ptr DefaultLookAndFeel::getTypefaceForFont (const juce::Font& fo
     // "<Monospaced>", stand in brackets and are no fonts to look for.
     const auto isOurs =
         name == juce::Font::getDefaultSansSerifFontName() || ! (name.startsWithChar ('<') || installed.contains (name));
-    return isOurs ? getEmbeddedTypeface() : DefaultSliderLAF::getTypefaceForFont (font);
+    return isOurs ? getEmbeddedTypeface (font.isBold(), font.isItalic()) : DefaultSliderLAF::getTypefaceForFont (font);
 }
 
 //==============================================================================

@@ -56,8 +56,8 @@ public:
         itemMixedId = 0xf00700a,
     };
 
-    /** The program's own typeface, "DejaVu Sans Condensed". */
-    static juce::Typeface::Ptr getEmbeddedTypeface();
+    /** The program's own typeface, "DejaVu Sans Condensed": the regular and the bold face, and both slanted. */
+    static juce::Typeface::Ptr getEmbeddedTypeface (bool isBold = false, bool isItalic = false);
 
     juce::Font getFont (float height) const { return juce::Font (getEmbeddedTypeface()).withHeight (height); }
 

@@ -4,6 +4,7 @@
 
 #include "widgets/DefaultLookAndFeel.h"
 #include "widgets/Icons.h"
+#include "widgets/ModalComponent.h"
 
 namespace quilvane
 {
@@ -77,8 +78,9 @@ int DefaultLookAndFeel::getTextButtonWidthToFitText (juce::TextButton& button, i
 juce::Font DefaultLookAndFeel::getLabelFont (juce::Label& label)
 {
     // JUCE's own height means that nobody asked for one.
-    const auto height = label.getFont().getHeight();
-    return getFont (height == 15.0f ? textHeight : height);
+    const auto font = label.getFont();
+    const auto height = font.getHeight() == 15.0f ? textHeight : font.getHeight();
+    return juce::Font (getEmbeddedTypeface (font.isBold(), font.isItalic())).withHeight (height);
 }
 
 //==============================================================================
@@ -141,11 +143,11 @@ void DefaultLookAndFeel::drawComboBox (juce::Graphics& g, int, int, bool, int bu
 
 juce::Component* DefaultLookAndFeel::getParentComponentForMenuOptions (const juce::PopupMenu::Options& options)
 {
-    // Inside the editor, as all of our windows.
-    if (auto* target = options.getTargetComponent())
-        return target->getTopLevelComponent();
-
-    return options.getParentComponent();
+    // Inside the editor, as all of our windows. A text field's menu names no target.
+    auto* const target = options.getTargetComponent() != nullptr ? options.getTargetComponent()
+                                                                 : juce::Component::getCurrentlyFocusedComponent();
+    auto* const editor = target != nullptr ? ModalComponent::findDesktop (*target) : nullptr;
+    return editor != nullptr ? editor : options.getParentComponent();
 }
 
 //==============================================================================

@@ -9,7 +9,7 @@ namespace
 {
 
 constexpr juce::uint32 grey = 0xff808080;
-constexpr float barHeight = 6.0f;
+constexpr float barThickness = 6.0f;
 constexpr int largestThumb = 8;
 
 } // namespace
@@ -21,12 +21,13 @@ DefaultSliderLAF::DefaultSliderLAF()
 }
 
 void DefaultSliderLAF::drawLinearSliderBackground (juce::Graphics& g, int x, int y, int width, int height, float, float,
-                                                   float, juce::Slider::SliderStyle, juce::Slider&)
+                                                   float, juce::Slider::SliderStyle, juce::Slider& slider)
 {
+    const auto area = juce::Rectangle<int> (x, y, width, height).toFloat();
+
     g.setColour (juce::Colour (grey));
-    g.fillRect (juce::Rectangle<int> (x, y, width, height)
-                    .toFloat()
-                    .withSizeKeepingCentre (static_cast<float> (width), barHeight));
+    g.fillRect (slider.isVertical() ? area.withSizeKeepingCentre (barThickness, area.getHeight())
+                                    : area.withSizeKeepingCentre (area.getWidth(), barThickness));
 }
 
 void DefaultSliderLAF::drawLinearSliderThumb (juce::Graphics& g, int x, int y, int width, int height, float position,

@@ -2,6 +2,8 @@
 
 #include "widgets/FileChooserWindow.h"
 
+#include <map>
+
 namespace quilvane
 {
 
@@ -25,19 +27,26 @@ int flagsOf (FileChooserWindow::Mode mode)
     return Browser::openMode | Browser::canSelectDirectories;
 }
 
-/** A folder that is there, so that the list isn't empty for one that went. */
-juce::File startOf (const juce::File& wanted)
+/** Where questions ended, by their titles. */
+std::map<juce::String, juce::File>& lastFolders()
 {
-    for (auto file = wanted; file != juce::File(); file = file.getParentDirectory())
-    {
-        if (file.isDirectory() || (file == wanted && file.getParentDirectory().isDirectory()))
-            return file;
+    static std::map<juce::String, juce::File> folders;
+    return folders;
+}
 
-        if (file.isRoot())
-            break;
-    }
+/** A file or folder in a place that is there. */
+juce::File startOf (const juce::String& question, const juce::File& wanted, FileChooserWindow::Mode mode)
+{
+    if (wanted.existsAsFile())
+        return wanted;
 
-    return juce::File::getSpecialLocation (juce::File::userHomeDirectory);
+    const auto isFile = ! wanted.isDirectory() && mode == FileChooserWindow::Mode::save;
+    const auto& last = lastFolders()[question];
+    const auto folder = isFile ? wanted.getParentDirectory() : wanted;
+    const auto present = last.isDirectory()     ? last
+                         : folder.isDirectory() ? folder
+                                                : juce::File::getSpecialLocation (juce::File::userHomeDirectory);
+    return isFile ? present.getChildFile (wanted.getFileName()) : present;
 }
 
 } // namespace
@@ -49,19 +58,21 @@ FileChooserWindow::FileChooserWindow (const juce::String& windowTitle, Mode want
     extension (fileExtension),
     callback (std::move (toCall)),
     filter (extension.isEmpty() ? "*" : "*" + extension, "*", {}),
-    browser (flagsOf (mode), startOf (start), &filter, nullptr),
+    browser (flagsOf (mode), startOf (windowTitle, start, mode), &filter, nullptr),
     okButton (mode == Mode::save ? "Save" : "Open")
 {
     browser.addListener (this);
     browser.setTitle (windowTitle);
     addAndMakeVisible (browser);
 
-    for (auto* button : { &okButton, &cancelButton })
+    for (auto* button : { &okButton, &cancelButton, &newFolderButton })
     {
         button->setSize (buttonWidth, buttonHeight);
         button->addListener (this);
         addAndMakeVisible (button);
     }
+
+    newFolderButton.setVisible (mode != Mode::open);
 
     updateButton();
 }
@@ -128,6 +139,7 @@ void FileChooserWindow::resized()
     cancelButton.setBounds (row.removeFromRight (buttonWidth));
     row.removeFromRight (spacing);
     okButton.setBounds (row.removeFromRight (buttonWidth));
+    newFolderButton.setBounds (row.removeFromLeft (buttonWidth));
     browser.setBounds (area);
 }
 
@@ -194,8 +206,45 @@ void FileChooserWindow::accept()
                                        K7R::AlertWindow::yesOrNo, this);
 }
 
-void FileChooserWindow::alertClosed (K7R::AlertWindow*, int result)
+void FileChooserWindow::askForFolder()
 {
+    folderQuestion = std::make_unique<K7R::InputTextWindow> (static_cast<K7R::AlertWindow::Caller*> (this),
+                                                             "New folder", "Please enter its name", "New Folder");
+    folderQuestion->show (*this);
+}
+
+void FileChooserWindow::makeFolder (const juce::String& name)
+{
+    const auto legal = juce::File::createLegalFileName (name.trim());
+    const auto folder = browser.getRoot().getChildFile (legal);
+
+    if (legal.isNotEmpty() && ! legal.containsOnly (".") && folder.createDirectory().wasOk())
+    {
+        browser.setRoot (folder);
+
+        if (auto* field = findNameField(); field != nullptr && field->isShowing())
+            field->grabKeyboardFocus();
+
+        return;
+    }
+
+    question =
+        K7R::AlertWindow::open (this, "New folder", "'" + K7R::AlertWindow::shorten (name) + "' couldn't be made here.",
+                                K7R::AlertWindow::okOnly, this);
+}
+
+void FileChooserWindow::alertClosed (K7R::AlertWindow* alert, int result)
+{
+    if (alert == folderQuestion.get())
+    {
+        const auto answered = std::move (folderQuestion);
+
+        if (result == K7R::AlertWindow::ok)
+            makeFolder (answered->getInput());
+
+        return;
+    }
+
     question.reset();
 
     if (result == K7R::AlertWindow::yes)
@@ -204,6 +253,7 @@ void FileChooserWindow::alertClosed (K7R::AlertWindow*, int result)
 
 void FileChooserWindow::finish (const juce::File& file)
 {
+    lastFolders()[getTitle()] = browser.getRoot();
     hideModal();
 
     // The owner may delete this, and the callback with it.
@@ -214,6 +264,7 @@ void FileChooserWindow::finish (const juce::File& file)
 void FileChooserWindow::dismiss()
 {
     question.reset();
+    folderQuestion.reset();
     finish ({});
 }
 
@@ -221,6 +272,8 @@ void FileChooserWindow::buttonClicked (juce::Button* button)
 {
     if (button == &okButton)
         accept();
+    else if (button == &newFolderButton)
+        askForFolder();
     else
         dismiss();
 }

@@ -5,7 +5,7 @@
 #include <functional>
 #include <memory>
 
-#include "widgets/AlertWindow.h"
+#include "widgets/InputTextWindow.h"
 
 namespace quilvane
 {
@@ -16,6 +16,9 @@ namespace quilvane
     the system's is a window of its own that outlives a closed editor; so this is a window like our others around
     juce::FileBrowserComponent. Folders are listed by a thread of that component; only the end of the window waits for a
     listing that is under way.
+
+    A later question with the same title begins in the folder where the one before ended, until the plug-in is unloaded.
+    Folders can be made where one is asked for, or a file is saved.
 
     Made for one question. The owner deletes it in the callback, or when it likes. For the message thread.
 */
@@ -35,7 +38,8 @@ public:
     using Callback = std::function<void (const juce::File& file)>;
 
     /** @param extension with its point; files of no other are shown or given. Empty for all, and for folders.
-        @param start a folder, or a file whose folder is shown and whose name is proposed */
+        @param start a folder, or a file whose folder is shown and whose name is proposed: the user's home where the
+                     folder isn't there, and where an earlier question ended unless the file exists */
     FileChooserWindow (const juce::String& title, Mode, const juce::String& extension, const juce::File& start,
                        Callback);
     ~FileChooserWindow() override;
@@ -59,6 +63,8 @@ private:
     void browserRootChanged (const juce::File&) override;
     void buttonClicked (juce::Button*) override;
     void alertClosed (K7R::AlertWindow*, int result) override;
+    void askForFolder();
+    void makeFolder (const juce::String& name);
 
     juce::TextEditor* findNameField() const;
     juce::File getChosen() const;
@@ -71,8 +77,9 @@ private:
     Callback callback;
     juce::WildcardFileFilter filter;
     juce::FileBrowserComponent browser;
-    juce::TextButton okButton, cancelButton { "Cancel" };
+    juce::TextButton okButton, cancelButton { "Cancel" }, newFolderButton { "New Folder" };
     std::unique_ptr<K7R::AlertWindow> question;
+    std::unique_ptr<K7R::InputTextWindow> folderQuestion;
 };
 
 } // namespace quilvane

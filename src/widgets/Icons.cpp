@@ -80,6 +80,7 @@ void Icons::setUp (juce::DrawableButton& button, Name name, const juce::String& 
     button.setTitle (title);
     button.setTooltip (title);
     button.setWantsKeyboardFocus (false);
+    button.setMouseClickGrabsKeyboardFocus (false);
 }
 
 std::unique_ptr<juce::Drawable> Icons::fromSvg (const juce::String& text)

@@ -87,11 +87,7 @@ void ItemChooser::popupMenuItemChosen (PopupMenuEx&, int id)
     setSelectedIndex (id - 1);
 
     if (auto* parameter = getParameter (0))
-    {
-        parameter->beginGesture();
-        parameter->setInt (selectedIndex, true);
-        parameter->endGesture();
-    }
+        setInGesture (*parameter, selectedIndex);
 
     tellChoice();
 }

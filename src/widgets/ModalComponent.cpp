@@ -28,10 +28,13 @@ void ModalComponent::CoveringWindow::paint (juce::Graphics& g)
 ModalComponent::ModalComponent (const juce::String& name) : juce::Component (name)
 {
     setVisible (false);
+    addMouseListener (&pressWatcher, true);
 }
 
 ModalComponent::~ModalComponent()
 {
+    removeMouseListener (&pressWatcher);
+
     if (auto* parent = cover.getParentComponent())
         parent->removeChildComponent (&cover);
 
@@ -96,6 +99,16 @@ void ModalComponent::hideModal()
         returnFocus();
 }
 
+void ModalComponent::keepFocus()
+{
+    if (! isShowing() || cover.hasKeyboardFocus (true))
+        return;
+
+    const auto* window = getPeer();
+    auto* last = window != nullptr ? window->getLastFocusedSubcomponent() : nullptr;
+    (last != nullptr && isParentOf (last) && last->getWantsKeyboardFocus() ? last : this)->grabKeyboardFocus();
+}
+
 void ModalComponent::returnFocus()
 {
     const auto* desktop = cover.getParentComponent();
@@ -139,6 +152,30 @@ void ModalComponent::parentHierarchyChanged()
 std::unique_ptr<juce::AccessibilityHandler> ModalComponent::createAccessibilityHandler()
 {
     return std::make_unique<juce::AccessibilityHandler> (*this, juce::AccessibilityRole::dialogWindow);
+}
+
+juce::Component* ModalComponent::getFocusKeptByPress() const
+{
+    auto* const focused = juce::Component::getCurrentlyFocusedComponent();
+    return juce::ModifierKeys::currentModifiers.isAnyMouseButtonDown() && cover.isParentOf (focused) ? focused
+                                                                                                     : nullptr;
+}
+
+std::unique_ptr<juce::ComponentTraverser> ModalComponent::createKeyboardFocusTraverser()
+{
+    struct Traverser final : juce::KeyboardFocusTraverser
+    {
+        explicit Traverser (juce::Component* keeping) : kept (keeping) {}
+
+        juce::Component* getDefaultComponent (juce::Component* parent) override
+        {
+            return kept != nullptr ? kept : juce::KeyboardFocusTraverser::getDefaultComponent (parent);
+        }
+
+        juce::Component* const kept;
+    };
+
+    return std::make_unique<Traverser> (getFocusKeptByPress());
 }
 
 bool ModalComponent::isOnCover (const juce::Component& component)

@@ -63,8 +63,13 @@ public:
 
     void parentHierarchyChanged() override;
     std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
+    std::unique_ptr<juce::ComponentTraverser> createKeyboardFocusTraverser() override;
 
 protected:
+    /** Returns who has the focus on this cover while a mouse button is down; else null. A traverser gives it as the
+        default component, so that a press on what takes no focus leaves it where it is. */
+    juce::Component* getFocusKeptByPress() const;
+
     /** Whether the cover dims what it covers; a derived class may paint it in another way and return false. */
     virtual bool paintCover (juce::Graphics&) { return true; }
 
@@ -86,13 +91,25 @@ private:
         ModalComponent& owner;
     };
 
+    /** Takes the keyboard again by a press inside, wherever it went meanwhile. */
+    struct PressWatcher final : juce::MouseListener
+    {
+        explicit PressWatcher (ModalComponent& modal) : owner (modal) {}
+
+        void mouseDown (const juce::MouseEvent&) override { owner.keepFocus(); }
+
+        ModalComponent& owner;
+    };
+
     void place();
+    void keepFocus();
     void returnFocus();
 
     Placement placement = Placement::centred;
     juce::Point<int> position;
     juce::Component::SafePointer<juce::Component> focusBefore;
     CoveringWindow cover { *this };
+    PressWatcher pressWatcher { *this };
 };
 
 } // namespace quilvane

@@ -22,26 +22,25 @@ void ModalTextEditor::startEditing()
     oldParent = parent;
     editing = true;
 
-    auto* const top = getTopLevelComponent();
-    const auto place = top->getLocalArea (parent, oldBounds);
+    if (auto* const desktop = ModalComponent::findDesktop (*parent); desktop != nullptr && desktop != parent)
+    {
+        const auto place = desktop->getLocalArea (parent, oldBounds);
+        desktop->addAndMakeVisible (this);
+        setBounds (place);
+    }
 
-    if (top != parent)
-        top->addAndMakeVisible (this);
-
-    setBounds (place);
     setVisible (true);
     toFront (false);
     selectAll();
 
     // A press on what takes no focus ends the editing, too.
-    watched = top;
-    top->addMouseListener (&pressWatcher, true);
+    fieldWatcher.start();
 
     if (isShowing())
         grabKeyboardFocus();
 }
 
-void ModalTextEditor::textEditorEscapeKeyPressed (juce::TextEditor&)
+void ModalTextEditor::cancelEditing()
 {
     if (editing)
         setText (oldText, false);
@@ -62,8 +61,7 @@ void ModalTextEditor::finishEditing()
     if (! std::exchange (editing, false))
         return;
 
-    if (watched != nullptr)
-        watched->removeMouseListener (&pressWatcher);
+    fieldWatcher.stop();
 
     if (oldParent != nullptr && getParentComponent() != oldParent)
         oldParent->addAndMakeVisible (this);

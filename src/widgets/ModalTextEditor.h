@@ -3,13 +3,14 @@
 #pragma once
 
 #include "parameters/ListenerArray.h"
-#include <juce_gui_basics/juce_gui_basics.h>
+#include "widgets/FieldWatcher.h"
 
 namespace quilvane
 {
 
 /** Edits a value in place, over the control that shows it: from startEditing() until Return, Escape or the loss of the
-    focus it lies on the top-level component, where nothing clips it. For the message thread. */
+    focus it lies on the editor, where nothing clips it; on no window of the host's, which deletes what it holds. For
+    the message thread. */
 class ModalTextEditor final : public juce::TextEditor, private juce::TextEditor::Listener
 {
 public:
@@ -34,29 +35,18 @@ public:
     /** Ends the editing with the text as it is, as Return does; does nothing without one. */
     void finishEditing();
 
+    /** Ends the editing with the text that stood there before, as Escape does. */
+    void cancelEditing();
+
     void addModalListener (ModalListener* listener) { modalListeners.add (listener); }
     void removeModalListener (ModalListener* listener) { modalListeners.remove (listener); }
 
 private:
     void textEditorReturnKeyPressed (juce::TextEditor&) override { finishEditing(); }
-    void textEditorEscapeKeyPressed (juce::TextEditor&) override;
+    void textEditorEscapeKeyPressed (juce::TextEditor&) override { cancelEditing(); }
     void textEditorFocusLost (juce::TextEditor&) override;
 
-    struct PressWatcher final : juce::MouseListener
-    {
-        explicit PressWatcher (ModalTextEditor& watching) : editor (watching) {}
-
-        void mouseDown (const juce::MouseEvent& e) override
-        {
-            if (e.originalComponent != &editor && ! editor.isParentOf (e.originalComponent))
-                editor.finishEditing();
-        }
-
-        ModalTextEditor& editor;
-    };
-
-    PressWatcher pressWatcher { *this };
-    juce::Component::SafePointer<juce::Component> watched; // by it
+    FieldWatcher fieldWatcher { *this, [this] { finishEditing(); } };
     ListenerArray<ModalListener> modalListeners;
     bool editing = false;
     juce::String oldText;

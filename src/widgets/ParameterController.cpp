@@ -25,4 +25,11 @@ void ParameterController::addParameter (Parameter* parameter)
     parameter->addAsyncListener (this);
 }
 
+void ParameterController::setInGesture (Parameter& parameter, int value)
+{
+    parameter.beginGesture();
+    parameter.setInt (value, true);
+    parameter.endGesture();
+}
+
 } // namespace quilvane

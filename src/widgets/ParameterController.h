@@ -9,8 +9,8 @@
 namespace quilvane
 {
 
-/** The lighter tie between a widget and any number of parameters, for widgets of windows, and for controls of several parameters.
-    Parameters are not owned and outlive the widget. For the message thread. */
+/** The lighter tie between a widget and any number of parameters, for widgets of windows, and for controls of
+    several parameters. Parameters are not owned and outlive the widget. For the message thread. */
 class ParameterController : public Parameter::Listener
 {
 public:
@@ -33,6 +33,9 @@ public:
     void parameterChanged (Parameter& changed) override { updateFromParameter (changed); }
 
 protected:
+    /** Gives a parameter a value that the user chose in one act, in a gesture. */
+    static void setInGesture (Parameter&, int value);
+
     virtual bool acceptsParameter (const Parameter&) const { return true; }
     virtual void updateFromParameter (Parameter&) = 0;
     virtual void parameterAdded (Parameter&, size_t /*index*/) {}

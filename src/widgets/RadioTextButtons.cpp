@@ -34,18 +34,31 @@ RadioTextButtons::~RadioTextButtons() = default;
 
 void RadioTextButtons::select (int index)
 {
+    if (! show (index))
+        return;
+
+    if (auto* parameter = getParameter (0))
+        setInGesture (*parameter, index);
+
+    tellSelection();
+}
+
+bool RadioTextButtons::show (int index)
+{
     const auto selected = getSelected();
 
     if (selected == index && selected >= 0)
-        return;
+        return false;
 
     for (int i = 0; i < buttons.size(); ++i)
         buttons[i]->setToggleState (i == index, juce::dontSendNotification);
 
-    if (auto* parameter = getParameter (0))
-        parameter->setInt (index, true);
+    return true;
+}
 
-    listeners.call ([=] (auto& listener) { listener.radioButtonSelected (*this, index); });
+void RadioTextButtons::tellSelection()
+{
+    listeners.call ([this, index = getSelected()] (auto& listener) { listener.radioButtonSelected (*this, index); });
 }
 
 int RadioTextButtons::getSelected() const
@@ -64,7 +77,8 @@ void RadioTextButtons::buttonClicked (juce::Button* button)
 
 void RadioTextButtons::updateFromParameter (Parameter& parameter)
 {
-    select (parameter.getInt());
+    if (show (parameter.getInt()))
+        tellSelection();
 }
 
 void RadioTextButtons::resized()

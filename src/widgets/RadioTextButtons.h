@@ -54,6 +54,10 @@ protected:
 private:
     void buttonClicked (juce::Button*) override;
 
+    /** @returns whether another one is on now */
+    bool show (int index);
+    void tellSelection();
+
     const juce::BorderSize<int> margins;
     juce::OwnedArray<juce::TextButton> buttons;
     ListenerArray<Listener> listeners;

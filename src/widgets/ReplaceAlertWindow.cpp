@@ -6,15 +6,19 @@ namespace quilvane::K7R
 {
 
 ReplaceAlertWindow::ReplaceAlertWindow (AlertWindow::Caller* toTell, const juce::String& windowTitle,
-                                        const juce::String& name, const juce::String& proposedName) :
-    AlertWindow (toTell, windowTitle, "'" + shorten (name) + "' already exists. Please choose an option:"),
+                                        const juce::String& name, const juce::String& others,
+                                        const juce::String& proposedName) :
+    AlertWindow (toTell, windowTitle,
+                 "'" + shorten (name) + "'"
+                     + (others.isEmpty() ? " already exists" : " and " + others + " already exist")
+                     + ". Please choose an option:"),
     newName (proposedName)
 {
     constexpr int codes[] = { replace, replaceAll, rename, skip, skipAll };
 
     for (int i = 0; i < static_cast<int> (std::size (codes)); ++i)
     {
-        addButton (codes[i], false, i == 0);
+        addButton (codes[i], false, codes[i] == skip);
 
         if (codes[i] == rename)
             renameIndex = i;

@@ -18,6 +18,8 @@ TextButtonWithIcon::TextButtonWithIcon (const juce::String& label, const juce::D
                                         juce::Colour originalColour) :
     juce::TextButton (label)
 {
+    setMouseClickGrabsKeyboardFocus (false);
+
     for (auto& copy : copies)
     {
         copy.drawable = icon.createCopy();

@@ -10,7 +10,7 @@
 namespace quilvane
 {
 
-/** A text button with a drawing at its left, in the colour of the text. */
+/** A text button with a drawing at its left, in the colour of the text. A press takes no focus. */
 class TextButtonWithIcon : public juce::TextButton
 {
 public:

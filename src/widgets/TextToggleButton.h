@@ -17,6 +17,7 @@ public:
         offText (textWhenOff)
     {
         setClickingTogglesState (true);
+        setMouseClickGrabsKeyboardFocus (false);
     }
 
     void buttonStateChanged() override { setButtonText (getToggleState() ? onText : offText); }

@@ -2,7 +2,10 @@
 
 // What a host sees of the built plug-in, asked through its exported entry by raw numbers.
 
+#include <algorithm>
 #include <array>
+#include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <limits>
 #include <string>
@@ -489,6 +492,29 @@ TEST_F (BinaryInterface, AChunkRestoresAnInstanceAndADamagedOneChangesNothing)
            std::string ("<!DOCTYPE a [<!ENTITY b 'c'>]><a>&b;</a>") })
         untouched.setChunk (makeChunk (text));
 
+    // Nor does one take time by the square of its length: these took from 5 to 15 s each.
+    struct Long
+    {
+        const char* before;
+        const char* piece;
+        const char* after;
+    };
+
+    for (const auto& c :
+         { Long { "<a>", "<t#/>", "</a>" }, Long { "<a>", "<t a#=''/>", "</a>" }, Long { "<a ", "a#='' ", "/>" },
+           Long { "<a b='", "&amp;", "'/>" }, Long { "<a>", "<b/>", "</a>" } })
+    {
+        std::string text (c.before);
+
+        for (int i = 0; text.size() < 4000000; ++i)
+            for (const auto* letter = c.piece; *letter != 0; ++letter)
+                text += *letter == '#' ? std::to_string (i) : std::string (1, *letter);
+
+        const auto start = std::chrono::steady_clock::now();
+        untouched.setChunk (makeChunk (text + c.after));
+        EXPECT_LT (std::chrono::steady_clock::now() - start, std::chrono::seconds (2)) << c.piece;
+    }
+
     // Lengths that lie.
     for (const auto byte : { '\x7f', '\x80', '\xff' })
     {
@@ -528,4 +554,44 @@ TEST_F (BinaryInterface, UnusualRatesAndBlocksDoNoHarm)
     std::array<float, 1> nothing {};
     channels[0] = channels[1] = nothing.data();
     instance.get().processReplacing (&instance.get(), channels, channels, 0);
+}
+
+TEST_F (BinaryInterface, ASampleThatIsNotFiniteSilencesNoMoreThanItsRun)
+{
+    constexpr size_t poisoned = 8000, longestRun = 64;
+    const auto isFinite = [] (float sample) { return std::isfinite (sample); };
+
+    for (const auto poison : { std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity(),
+                               -std::numeric_limits<float>::infinity(), std::numeric_limits<float>::max() })
+    {
+        for (const auto* quality : { "Normal", "High" })
+        {
+            for (const auto blockSize : { 1, 48, 512 })
+            {
+                SCOPED_TRACE (testing::Message() << poison << " " << quality << " " << blockSize);
+                Instance instance (library, sampleRate, blockSize), undisturbed (library, sampleRate, blockSize);
+
+                for (auto* each : { &instance, &undisturbed })
+                {
+                    makeAudible (*each);
+                    each->setChunk (chunkWithQualities (*each, quality, quality));
+                }
+
+                auto left = input(), right = left, plainLeft = left, plainRight = left;
+                left[poisoned] = poison;
+                instance.process (left, right);
+                undisturbed.process (plainLeft, plainRight);
+
+                EXPECT_TRUE (std::all_of (left.begin(), left.end(), isFinite));
+                EXPECT_EQ (right, plainRight);
+                EXPECT_TRUE (std::equal (left.begin(), left.begin() + poisoned - longestRun, plainLeft.begin()));
+
+                // What the filters knew is lost; after 100 ms nothing tells. The largest number is one, and may ring on.
+                const auto settled = std::isfinite (poison) ? left.size() : poisoned + 4800;
+
+                for (auto i = settled; i < left.size(); ++i)
+                    ASSERT_NEAR (left[i], plainLeft[i], 1.0e-3) << i;
+            }
+        }
+    }
 }

@@ -143,8 +143,14 @@ intptr_t Instance::answer (int32_t operation, int32_t index, intptr_t value, con
         case hostBeginEdit:
         case hostEndEdit:
         {
-            const std::lock_guard lock (automationsLock);
-            automations.push_back ({ operation, index, option });
+            const auto held = hostLock != nullptr ? std::unique_lock (*hostLock) : std::unique_lock<std::mutex>();
+
+            if (keepsAutomations)
+            {
+                const std::lock_guard keeping (automationsLock);
+                automations.push_back ({ operation, index, option });
+            }
+
             return 1;
         }
 

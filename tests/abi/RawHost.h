@@ -172,6 +172,10 @@ public:
     TimeInfo time;
     bool answersTime = false;
     int processLevel = 2; // real time; 4 is offline
+    bool keepsAutomations = true;
+
+    /** A lock that the host takes for what it's told of parameters; null for none. */
+    std::mutex* hostLock = nullptr;
 
     /** How the host gives its window another size; a host without it can't. */
     std::function<void (int width, int height)> resizeWindow;

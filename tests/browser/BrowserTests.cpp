@@ -4,8 +4,11 @@
 
 #include <csignal>
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "browser/CategoryFilters.h"
+#include "browser/PackageExport.h"
 #include "browser/PackageImportExport.h"
 #include "browser/ResultList.h"
 #include "browser/TagAssignment.h"
@@ -93,7 +96,7 @@ TEST (ResultSelection, OfOneOfMoreAndOfRanges)
     list.setItems (itemsOf (source));
     list.multiSelect = true;
     list.select (2, How::range);
-    EXPECT_EQ (describe (list), " @") << "a range needs an anchor";
+    EXPECT_EQ (describe (list), "c @c") << "without an anchor it's one alone";
 
     struct Step
     {
@@ -216,9 +219,6 @@ TEST (BrowserLists, TickedSourcesInNaturalOrder)
     content.remove (*user.findItem ("pad 1 (3)"));
     content.insert (*user.findItem ("pad 1 (3)"));
     EXPECT_EQ (namesOf (content.getItems()), "Pad 1 Pad 1 (1) PAD 1 (3)");
-    EXPECT_EQ (user.uniqueItemName ("pad 1"), "pad 1 (2)");
-    EXPECT_EQ (user.uniqueItemName ("Pad 1 (3)"), "Pad 1 (3) (1)");
-    EXPECT_EQ (user.uniqueItemName ("Pad 2"), "Pad 2");
 }
 
 TEST (Filters, NarrowFromLeftToRight)
@@ -243,7 +243,7 @@ TEST (Filters, NarrowFromLeftToRight)
         auto text = namesOf (items);
 
         for (const auto& filter : filters.getFilters())
-            text << " " << filter.category << ":" << filter.available.joinIntoString ("|") << "("
+            text << " " << filter.category << ":" << filters.getOffered (filter).joinIntoString ("|") << "("
                  << filter.selected.joinIntoString ("|") << ")";
 
         return text;
@@ -386,7 +386,12 @@ protected:
 
     void itemImported (ContentItem& item, bool) override { EXPECT_EQ (source.findItem (item.name), &item); }
     void importProgressed (int, int) override { ++numProgress; }
-    void importFinished (int number) override { numImported = number; }
+
+    void importFinished (const ImportCounts& result, bool) override
+    {
+        counts = result;
+        isFinished = true;
+    }
 
     void write (const juce::String& name, const juce::String& author) const
     {
@@ -396,13 +401,23 @@ protected:
     bool start (const juce::MemoryBlock& data)
     {
         archive.replaceWithData (data.getData(), data.getSize());
-        numImported = -1;
+        isFinished = false;
         return importer.startImport (archive, source);
     }
 
     bool waitForEnd()
     {
-        return runMessageLoopUntil ([&] { return numImported >= 0; }, 60000);
+        return runMessageLoopUntil ([&] { return isFinished; }, 60000);
+    }
+
+    static bool exportItems (const std::vector<ContentItem*>& items, const juce::File& target)
+    {
+        PackageExport result (target);
+
+        for (const auto* item : items)
+            result.add (*item);
+
+        return result.write();
     }
 
     /** Presses a button of the question; "Rename:NAME" gives the name. */
@@ -431,12 +446,34 @@ protected:
         return files.joinIntoString (" ");
     }
 
+    juce::String getCounts() const
+    {
+        return juce::String (counts.imported) + " " + juce::String (counts.renamed) + " "
+               + juce::String (counts.skipped) + " " + juce::String (counts.failed);
+    }
+
+    /** Expects in memory what lies there, with its tags. */
+    void expectItemsToBeTheFiles() const
+    {
+        for (const auto& item : source.getItems())
+        {
+            const auto tag = juce::parseXML (source.getItemFile (item->name))->getStringAttribute ("author");
+            EXPECT_EQ (item->tags.toText(), "A:" + tag) << item->name;
+            EXPECT_EQ (item->tagIds, std::vector<int> { map.getId ("A", tag) }) << item->name;
+        }
+
+        EXPECT_EQ (static_cast<int> (source.getItems().size()), presets.getNumberOfChildFiles (juce::File::findFiles));
+    }
+
     const juce::File presets = folder.getChildFile ("a/b"), archive = folder.getChildFile ("archive.qvzip");
     TagMap map;
     PresetsDirectoryContent source { *this, "User", presets, ".qvprs2" };
     TestDesktop desktop;
-    PackageImportExport importer { desktop, *this };
-    int numProgress = 0, numImported = -1;
+    SlicedTask task;
+    PackageImportExport importer { desktop, task, *this };
+    int numProgress = 0;
+    ImportCounts counts;
+    bool isFinished = false;
 
 private:
     juce::TextButton* findButton (const juce::String& text)
@@ -516,20 +553,21 @@ TEST_F (ImportAndExport, EveryAnswerToATakenName)
     {
         juce::StringArray answers;
         const char* files;
-        int numImported;
+        const char* counts;
     };
 
     const Case cases[] {
-        { { "Replace", "Replace" }, "Free=3 Second=2 TAKEN=1", 3 },
-        { { "Skip", "Skip" }, "Free=3 Second=old TAKEN=old", 1 },
-        { { "Skip", "Replace" }, "Free=3 Second=2 TAKEN=old", 2 },
-        { { "Replace All" }, "Free=3 Second=2 TAKEN=1", 3 },
-        { { "Skip All" }, "Free=3 Second=old TAKEN=old", 1 },
-        { { "Rename:Mine", "Skip All" }, "Free=3 Mine=1 Second=old TAKEN=old", 2 },
-        { { "Rename:second", "Rename:Mine", "Skip" }, "Free=3 Mine=1 Second=old TAKEN=old", 2 },
-        { { "Rename:second", "Replace", "Skip" }, "Free=3 Second=1 TAKEN=old", 2 },
-        { { "Rename:../Up", "Cancel" }, "Second=old TAKEN=old _Up=1", 1 },
-        { { "Replace", "Cancel" }, "Second=old TAKEN=1", 1 },
+        { { "Replace", "Replace" }, "Free=3 Second=2 TAKEN=1", "3 0 0 0" },
+        { { "Skip", "Skip" }, "Free=3 Second=old TAKEN=old", "1 0 2 0" },
+        { { "Skip", "Replace" }, "Free=3 Second=2 TAKEN=old", "2 0 1 0" },
+        { { "Replace All" }, "Free=3 Second=2 TAKEN=1", "3 0 0 0" },
+        { { "Skip All" }, "Free=3 Second=old TAKEN=old", "1 0 2 0" },
+        { { "Rename:Mine", "Skip All" }, "Free=3 Mine=1 Second=old TAKEN=old", "2 1 1 0" },
+        { { "Rename:second", "Rename:Mine", "Skip" }, "Free=3 Mine=1 Second=old TAKEN=old", "2 1 1 0" },
+        { { "Rename:second", "Replace" }, "Free=3 Second=1 TAKEN=old second (1)=2", "3 2 0 0" },
+        { { "Rename:../Up", "Cancel" }, "Second=old TAKEN=old _Up=1", "1 1 0 0" },
+        { { "Rename:", "Rename: . ", "Skip All" }, "Free=3 Second=old TAKEN=old", "1 0 2 0" },
+        { { "Replace", "Cancel" }, "Second=old TAKEN=1", "1 0 0 0" },
     };
 
     for (const auto& c : cases)
@@ -550,20 +588,37 @@ TEST_F (ImportAndExport, EveryAnswerToATakenName)
             answer (text);
 
         ASSERT_TRUE (waitForEnd()) << which;
-        auto expected = juce::StringArray::fromTokens (c.files, " ", "");
-        expected.sort (false);
-        EXPECT_EQ (getFiles(), expected.joinIntoString (" ")) << which;
-        EXPECT_EQ (numImported, c.numImported) << which;
+        EXPECT_EQ (getFiles(), c.files) << which;
+        EXPECT_EQ (getCounts(), c.counts) << which;
+        expectItemsToBeTheFiles();
+    }
+}
 
-        // What is in memory is what lies there, with its tags.
-        for (const auto& item : source.getItems())
-        {
-            const auto tag = juce::parseXML (source.getItemFile (item->name))->getStringAttribute ("author");
-            EXPECT_EQ (item->tags.toText(), "A:" + tag) << which << item->name;
-            EXPECT_EQ (item->tagIds, std::vector<int> { map.getId ("A", tag) }) << which << item->name;
-        }
+TEST_F (ImportAndExport, NamesThatMeetAreDifferentItems)
+{
+    const auto data = package::makeArchive ({ { "Bass 2.5.qvprs2", presetBy ("1") },
+                                              { "Bass 2.7.qvprs2", presetBy ("2") },
+                                              { "A?B.qvprs2", presetBy ("3") },
+                                              { "A_B.qvprs2", presetBy ("4") },
+                                              { "x/Same.qvprs2", presetBy ("5") },
+                                              { "y/same.qvprs2", presetBy ("6") },
+                                              { "Late.qvprs2", presetBy ("7") } });
+    write ("Bass 2", "old");
+    source.reload();
+    write ("Late", "old"); // which isn't listed
 
-        EXPECT_EQ (source.getItems().size(), static_cast<size_t> (expected.size())) << which;
+    // Again, and each finds the one that it was.
+    for (const auto& [text, question] : { std::pair { "Replace", "'Late' already exists." },
+                                          { "Replace All", "'Bass 2_5' and 6 more already exist." } })
+    {
+        ASSERT_TRUE (start (data));
+        ASSERT_TRUE (runMessageLoopUntil ([&] { return ! allOf<K7R::AlertWindow> (desktop).empty(); })) << text;
+        EXPECT_TRUE (allOf<K7R::AlertWindow> (desktop)[0]->getText().startsWith (question)) << text;
+        answer (text);
+        ASSERT_TRUE (waitForEnd()) << text;
+        EXPECT_EQ (getFiles(), "A_B (1)=4 A_B=3 Bass 2=old Bass 2_5=1 Bass 2_7=2 Late=7 Same=5 same (1)=6") << text;
+        EXPECT_EQ (getCounts(), "7 5 0 0") << text;
+        expectItemsToBeTheFiles();
     }
 }
 
@@ -587,7 +642,7 @@ TEST_F (ImportAndExport, NothingIsWrittenOutsideTheFolderAndWhatLiesIsPassedOver
     ASSERT_TRUE (start (data));
     ASSERT_TRUE (waitForEnd());
     EXPECT_EQ (getFiles(), "back=3 drive=4 home=5 root=2 twice=12 up=1");
-    EXPECT_EQ (numImported, 6);
+    EXPECT_EQ (getCounts(), "6 0 0 4");
 
     auto all = folder.findChildFiles (juce::File::findFilesAndDirectories, true);
     EXPECT_EQ (all.size(), 9) << "the presets, the archive, and two folders";
@@ -606,7 +661,7 @@ TEST_F (ImportAndExport, NothingIsWrittenOutsideTheFolderAndWhatLiesIsPassedOver
         ASSERT_TRUE (waitForEnd());
     }
 
-    EXPECT_EQ (numImported, 0);
+    EXPECT_EQ (getCounts(), "0 0 0 1");
     EXPECT_TRUE (getFiles().contains ("up=1"));
     EXPECT_TRUE (source.containsItem ("up"));
 }
@@ -621,7 +676,7 @@ TEST_F (ImportAndExport, ThousandsComeInWhileMessagesRun)
 
     ASSERT_TRUE (start (package::makeArchive (members)));
     ASSERT_TRUE (waitForEnd());
-    EXPECT_EQ (numImported, number);
+    EXPECT_EQ (counts.imported, number);
     EXPECT_GT (numProgress, 3);
     EXPECT_EQ (presets.getNumberOfChildFiles (juce::File::findFiles), number);
     EXPECT_EQ (source.getTags().toText(), "A:0|1|2|3|4|5|6");
@@ -633,11 +688,39 @@ TEST_F (ImportAndExport, ThousandsComeInWhileMessagesRun)
     numProgress = 0;
     ASSERT_TRUE (start (package::makeArchive (members)));
     ASSERT_TRUE (runMessageLoopUntil ([&] { return numProgress > 1; }));
-    importer.stop();
-    EXPECT_GT (numImported, 0);
-    EXPECT_LT (numImported, number);
+    task.stop();
+    EXPECT_GT (counts.imported, 0);
+    EXPECT_LT (counts.imported, number);
     runMessageLoopFor (50);
-    EXPECT_EQ (presets.getNumberOfChildFiles (juce::File::findFiles), numImported);
+    EXPECT_EQ (presets.getNumberOfChildFiles (juce::File::findFiles), counts.imported);
+}
+
+TEST_F (ImportAndExport, TagsThatNoOtherHasCostNoMoreWithEachPreset)
+{
+    std::vector<Member> members;
+
+    for (int i = 0; i < 300; ++i)
+    {
+        juce::String tags;
+
+        for (int category = 0; category < TagSet::maximumCategories; ++category)
+            tags << "Category " << (i * TagSet::maximumCategories + category) << ":a|b;";
+
+        members.push_back ({ juce::String (i) + ".qvprs2", bytes ("<Preset tags=\"" + tags + "\"/>") });
+    }
+
+    // Each took longer than the one before, when all were collected anew for each.
+    ASSERT_TRUE (start (package::makeArchive (members)));
+    ASSERT_TRUE (runMessageLoopUntil ([this] { return isFinished; }, 10000));
+    EXPECT_EQ (counts.imported, 300);
+    EXPECT_EQ (source.getTags().getCategories().size(), static_cast<size_t> (TagMap::maximumCategories));
+
+    // The tags that the browser doesn't know stay when others are assigned.
+    TagAssignment assignment;
+    assignment.reset (itemsOf (source), {});
+    assignment.toggle ("A", "new");
+    const auto& last = source.getItems().back()->tags;
+    EXPECT_EQ (assignment.tagsFor (last).toText(), last.toText() + ";A:new");
 }
 
 TEST_F (ImportAndExport, AnExportIsAPlainArchiveOrLeavesWhatWasThere)
@@ -650,21 +733,21 @@ TEST_F (ImportAndExport, AnExportIsAPlainArchiveOrLeavesWhatWasThere)
 
     const auto items = itemsOf (source);
     archive.replaceWithText ("before");
-    EXPECT_FALSE (PackageImportExport::exportItems ({ source.findItem ("Gone") }, archive));
-    EXPECT_FALSE (PackageImportExport::exportItems ({}, archive));
+    EXPECT_FALSE (exportItems ({ source.findItem ("Gone") }, archive));
+    EXPECT_FALSE (exportItems ({}, archive));
 
     {
         const FullDisk full;
-        EXPECT_FALSE (PackageImportExport::exportItems (items, archive));
+        EXPECT_FALSE (exportItems (items, archive));
     }
 
     EXPECT_EQ (archive.loadFileAsString(), "before");
-    EXPECT_FALSE (PackageImportExport::exportItems (items, presets));
-    EXPECT_FALSE (PackageImportExport::exportItems (items, archive.getChildFile ("in a file.qvzip")));
-    EXPECT_FALSE (PackageImportExport::exportItems (items, folder.getChildFile ("missing/x.qvzip")));
+    EXPECT_FALSE (exportItems (items, presets));
+    EXPECT_FALSE (exportItems (items, archive.getChildFile ("in a file.qvzip")));
+    EXPECT_FALSE (exportItems (items, folder.getChildFile ("missing/x.qvzip")));
     EXPECT_EQ (listFolder(), juce::StringArray ("archive.qvzip")) << "nothing beside it";
 
-    ASSERT_TRUE (PackageImportExport::exportItems (items, archive));
+    ASSERT_TRUE (exportItems (items, archive));
     EXPECT_EQ (listFolder(), juce::StringArray ("archive.qvzip"));
     juce::ZipFile zip (archive);
     ASSERT_EQ (zip.getNumEntries(), 2);
@@ -683,6 +766,13 @@ TEST_F (ImportAndExport, AnExportIsAPlainArchiveOrLeavesWhatWasThere)
         unzip.readAllProcessOutput();
         EXPECT_EQ (unzip.getExitCode(), 0u);
     }
+
+    // A link gives what it leads to, and what would wait for a writer nothing.
+    presets.getChildFile ("Two.qvprs2").moveFileTo (folder.getChildFile ("two"));
+    ASSERT_EQ (symlink ("../../two", presets.getChildFile ("Two.qvprs2").getFullPathName().toRawUTF8()), 0);
+    ASSERT_EQ (mkfifo (presets.getChildFile ("Gone.qvprs2").getFullPathName().toRawUTF8(), 0600), 0);
+    ASSERT_TRUE (exportItems (items, archive));
+    EXPECT_EQ (juce::ZipFile (archive).getNumEntries(), 2);
 
     // And comes back as it went.
     presets.deleteRecursively();

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include <csignal>
+#include <fstream>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -10,6 +12,7 @@
 #include "content/PresetsDirectoryContent.h"
 #include "content/PresetsPackageContent.h"
 #include "content/TagMap.h"
+#include "parameters/SafeFile.h"
 #include "support/PackageInTest.h"
 #include "support/PresetFiles.h"
 
@@ -136,8 +139,6 @@ TEST_F (PresetFiles, OfAFolderAreListedSavedRenamedAndDeleted)
     content.reload();
     ASSERT_EQ (content.getItems().size(), 2u);
     EXPECT_TRUE (content.containsItem ("KICK"));
-    EXPECT_EQ (content.uniqueItemName ("Kick"), "Kick (1)");
-    EXPECT_EQ (content.uniqueItemName ("New"), "New");
 
     TagMap map;
     content.setTagMap (&map);
@@ -163,6 +164,47 @@ TEST_F (PresetFiles, OfAFolderAreListedSavedRenamedAndDeleted)
     EXPECT_FALSE (file ("Added").exists());
 }
 
+TEST_F (PresetFiles, ThatAreListedCanBeLoaded)
+{
+    const auto write = [this] (const std::string& name, const char* value)
+    {
+        std::ofstream (folder.getFullPathName().toStdString() + "/" + name)
+            << "<Preset tags='A:" << value << "'><Parameters><param name='P1' value='" << value
+            << "'/></Parameters></Preset>";
+    };
+
+    write ("Up.QVPRS2", "1");
+    write ("Two.QVPRS2", "2");
+    write ("Two.qvprs2", "3");
+    write ("Mixed.QvPrs2", "4");
+    write ("Gr\xfc\xdf"
+           "e.qvprs2",
+           "5");
+    write ("Cut\xf1.qvprs2", "6");
+    ASSERT_EQ (mkfifo (file ("pipe").getFullPathName().toRawUTF8(), 0600), 0);
+    ASSERT_EQ (symlink ("nowhere", file ("dangling").getFullPathName().toRawUTF8()), 0);
+
+    PresetsDirectoryContent content (*this, "User", folder, ".qvprs2");
+    content.reload();
+    ASSERT_EQ (content.getItems().size(), 2u);
+
+    for (const auto& item : content.getItems())
+    {
+        ASSERT_TRUE (content.loadItem (item->name)) << item->name;
+        EXPECT_EQ ("A:" + manager.getValueString (1), item->tags.toText()) << item->name;
+    }
+
+    // What is done to one is done to its own file.
+    EXPECT_TRUE (content.loadItem ("Two"));
+    EXPECT_EQ (manager.getValueString (1), "3");
+    EXPECT_TRUE (content.assignTags (*content.findItem ("Up"), TagSet::fromText ("A:new")));
+    EXPECT_NE (content.saveItem ("Up", TagSet::fromText ("A:saved")), nullptr);
+    EXPECT_FALSE (file ("Up").existsAsFile());
+    EXPECT_TRUE (folder.getChildFile ("Up.QVPRS2").loadFileAsString().contains ("A:saved"));
+    EXPECT_TRUE (content.renameItem (*content.findItem ("Up"), "Down"));
+    EXPECT_TRUE (file ("Down").existsAsFile() && ! folder.getChildFile ("Up.QVPRS2").existsAsFile());
+}
+
 TEST_F (PresetFiles, NeverLeaveTheirFolderOrOverwriteAnother)
 {
     PresetsDirectoryContent content (*this, "User", folder, ".qvprs2");
@@ -184,7 +226,7 @@ TEST_F (PresetFiles, NeverLeaveTheirFolderOrOverwriteAnother)
         juce::File (folder.getFullPathName() + "/" + copiedIn + ".qvprs2").replaceWithText ("<Preset/>");
 
     content.reload();
-    EXPECT_EQ (static_cast<int> (content.getItems().size()), listFolder().size());
+    EXPECT_EQ (static_cast<int> (content.getItems().size()), listFolder().size() - 1) << "all but the hidden one";
 
     for (const auto& item : content.getItems())
     {
@@ -222,11 +264,117 @@ TEST_F (PresetFiles, NeverLeaveTheirFolderOrOverwriteAnother)
     EXPECT_TRUE (content.createItemFile ("v2", {}));
     EXPECT_NE (file ("v2").loadFileAsString(), before);
 
+    content.reload();
+    EXPECT_EQ (content.saveItem ("V2.1", {}), nullptr) << "nor in another case";
+
     // Where names of different case are two files, a change of case takes neither.
     file ("case").replaceWithText ("<Preset author='small'/>");
     file ("Case").replaceWithText ("<Preset author='large'/>");
     EXPECT_FALSE (content.renameItemFile ("case", "Case"));
     EXPECT_TRUE (file ("Case").loadFileAsString().contains ("large"));
+}
+
+TEST_F (PresetFiles, TellWhatANameStandsForBeforeItIsTaken)
+{
+    using Kind = ContentPlacement::Kind;
+
+    PresetsDirectoryContent content (*this, "User", folder, ".qvprs2");
+    const auto longName = juce::String::repeatedString ("l", 250), longest = longName.substring (0, 200);
+
+    for (const auto& name :
+         { juce::String ("Bass 2"), juce::String ("A_B"), juce::String (" Pad"), juce::String ("a.b.c"), longest })
+        folder.getChildFile (name + ".qvprs2").replaceWithText ("<Preset/>");
+
+    content.reload();
+    file ("Late").replaceWithText ("<Preset/>"); // which isn't listed
+    file ("Folder").createDirectory();
+
+    struct Case
+    {
+        juce::String name;
+        Kind kind;
+        juce::String standing, proposed;
+    };
+
+    const Case cases[] {
+        { "New", Kind::free, "New", "New" },
+        { "New.1", Kind::free, "New", "New_1" },
+        { "BASS 2", Kind::sameItem, "Bass 2", "BASS 2 (1)" },
+        { "Bass 2.5", Kind::otherItem, "Bass 2", "Bass 2_5" },
+        { "bass 2.5", Kind::otherItem, "Bass 2", "bass 2_5" },
+        { "A/B", Kind::otherItem, "A_B", "A_B (1)" },
+        { " Pad", Kind::sameItem, " Pad", "Pad" },
+        { "Pad", Kind::free, "Pad", "Pad" },
+        { "a.b.c", Kind::sameItem, "a.b.c", "a_b_c" },
+        { "Late", Kind::sameItem, "Late", "Late (1)" },
+        { "Late.x", Kind::otherItem, "Late", "Late_x" },
+        { longName, Kind::otherItem, longest, longest.substring (4) + " (1)" },
+        { "Folder", Kind::impossible, "", "Folder (1)" },
+        { "...", Kind::impossible, "", "" },
+    };
+
+    for (const auto& c : cases)
+    {
+        const auto placement = content.place (c.name);
+        EXPECT_EQ (placement.kind, c.kind) << c.name;
+        EXPECT_EQ (placement.name, c.standing) << c.name;
+        EXPECT_EQ (content.uniqueItemName (c.name), c.proposed) << c.name;
+    }
+
+    // A listed name is the one that is saved to, and a saved one is free no more.
+    ASSERT_NE (content.saveItem (" Pad", TagSet::fromText ("A:b")), nullptr);
+    EXPECT_EQ (content.readItemTags (" Pad").toText(), "A:b");
+    EXPECT_FALSE (file ("Pad").exists());
+    ASSERT_NE (content.saveItem (content.uniqueItemName ("Bass 2.5"), {}), nullptr);
+    EXPECT_EQ (content.uniqueItemName ("Bass 2.5"), "Bass 2_5 (1)");
+}
+
+TEST_F (PresetFiles, KeepWhatElseTheyKnowWhenTheyAreOverwritten)
+{
+    PresetsDirectoryContent content (*this, "User", folder, ".qvprs2");
+    file ("Mine").replaceWithText ("<Preset author='me' id='7' category='c' rating='4' version='0.9' other='kept' "
+                                   "tags='A:old'><Parameters><param name='P0' value='9'/></Parameters>"
+                                   "<Unknown a='b'/></Preset>");
+    content.reload();
+    manager.setValueString (0, "5");
+
+    for (const auto* name : { "Mine", "MINE" })
+    {
+        ASSERT_NE (content.saveItem (name, {}), nullptr);
+        EXPECT_EQ (listFolder(), juce::StringArray (juce::String (name) + ".qvprs2"));
+        const auto xml = juce::parseXML (file (name));
+
+        for (const auto& [attribute, value] : { std::pair { "author", "me" },
+                                                { "id", "7" },
+                                                { "category", "c" },
+                                                { "rating", "4" },
+                                                { "other", "kept" },
+                                                { "version", "1.0" },
+                                                { "tags", "" } })
+            EXPECT_EQ (xml->getStringAttribute (attribute), value) << name << attribute;
+
+        EXPECT_NE (xml->getChildByName ("Unknown"), nullptr);
+        EXPECT_EQ (xml->getNumChildElements(), 2);
+        EXPECT_TRUE (content.loadItem (name));
+        EXPECT_EQ (manager.getValueString (0), "5");
+    }
+}
+
+TEST_F (PresetFiles, ThatAreDamagedAreListedAndNotLoaded)
+{
+    PresetsDirectoryContent content (*this, "User", folder, ".qvprs2");
+    const char* texts[] { "", "<Other/>", "<Preset><Parameters>", "rubbish" };
+
+    for (int i = 0; i < 4; ++i)
+        file (juce::String (i)).replaceWithText (texts[i]);
+
+    content.reload();
+    EXPECT_EQ (content.getItems().size(), 4u);
+
+    for (const auto& item : content.getItems())
+        EXPECT_FALSE (content.loadItem (item->name)) << item->name;
+
+    EXPECT_EQ (loaded, "");
 }
 
 //==============================================================================
@@ -317,14 +465,103 @@ TEST_F (PresetFiles, StayWholeWhenTheWriterIsKilled)
     EXPECT_EQ (content.getItems().size(), 1u);
 }
 
+TEST_F (PresetFiles, AreSavedWhereTheirLinksLeadWithThePermissionsTheyHad)
+{
+    const auto at = [this] (const char* name) { return folder.getChildFile (name).getFullPathName().toStdString(); };
+    const auto modeOf = [&] (const char* name)
+    {
+        struct stat info
+        {
+        };
+        EXPECT_EQ (lstat (at (name).c_str(), &info), 0) << name;
+        return info.st_mode & 07777;
+    };
+
+    Preset preset;
+    fillPreset (preset);
+    const auto save = [&] (const char* name, const char* author)
+    {
+        preset.author = author;
+        return preset.saveToFile (folder.getChildFile (name), manager);
+    };
+    const auto authorOf = [&] (const char* name)
+    { return juce::parseXML (folder.getChildFile (name))->getStringAttribute ("author"); };
+
+    // A chain through another folder, which is a link itself, to a file that only its owner may read.
+    folder.getChildFile ("real/deep").createDirectory();
+    folder.getChildFile ("real/target").replaceWithText ("<Preset author='old'/>");
+    ASSERT_EQ (chmod (at ("real/target").c_str(), 0600), 0);
+    ASSERT_EQ (symlink ("real/deep", at ("way").c_str()), 0);
+    ASSERT_EQ (symlink ("../target", at ("real/deep/second").c_str()), 0);
+    ASSERT_EQ (symlink ("way/second", at ("first.qvprs2").c_str()), 0);
+
+    ASSERT_TRUE (save ("first.qvprs2", "new"));
+    EXPECT_EQ (authorOf ("real/target"), "new");
+    EXPECT_TRUE (folder.getChildFile ("first.qvprs2").isSymbolicLink());
+    EXPECT_TRUE (folder.getChildFile ("real/deep/second").isSymbolicLink());
+    EXPECT_EQ (modeOf ("real/target"), 0600u);
+    ASSERT_EQ (chmod (at ("real/target").c_str(), 0664), 0);
+    ASSERT_TRUE (save ("first.qvprs2", "newer"));
+    EXPECT_EQ (modeOf ("real/target"), 0664u);
+
+    // New files, also at the end of a link, have what the process gives.
+    const auto before = umask (0027);
+    ASSERT_EQ (symlink ("behind", at ("dangling").c_str()), 0);
+    EXPECT_TRUE (save ("new", "me") && save ("dangling", "me"));
+    umask (before);
+    EXPECT_EQ (modeOf ("new"), 0640u);
+    EXPECT_EQ (modeOf ("behind"), 0640u);
+
+    // Nothing comes of links without end, or takes the place of what is no file.
+    ASSERT_EQ (symlink ("loop b", at ("loop a").c_str()) + symlink ("loop a", at ("loop b").c_str()), 0);
+    ASSERT_EQ (mkfifo (at ("pipe.qvprs2").c_str(), 0600), 0);
+    EXPECT_FALSE (save ("loop a", "me") || save ("pipe.qvprs2", "me"));
+    EXPECT_TRUE (folder.getChildFile ("loop a").isSymbolicLink());
+    preset.loadFromFile (folder.getChildFile ("pipe.qvprs2"), manager); // doesn't wait for a writer
+}
+
+TEST_F (PresetFiles, LeftByAKilledWriterGoAnHourLater)
+{
+    const auto leave = [this] (const char* how)
+    {
+        const auto before = folder.findChildFiles (juce::File::findFiles, false);
+        const auto child = fork();
+
+        if (child == 0)
+            replaceFileSafely (file (how), [] (juce::OutputStream& stream)
+                               { return stream.writeText ("half", false, false, nullptr) && raise (SIGKILL) == 0; });
+
+        waitpid (child, nullptr, 0);
+        auto left = folder.findChildFiles (juce::File::findFiles, false);
+        left.removeIf ([&] (const juce::File& there) { return before.contains (there); });
+        EXPECT_EQ (left.size(), 1) << how;
+        return left.getFirst();
+    };
+
+    const auto hoursAgo = [] (int hours) { return juce::Time::getCurrentTime() - juce::RelativeTime::hours (hours); };
+    const auto old = leave ("old"), present = leave ("present");
+    const auto similar = old.getSiblingFile (old.getFileName().replace (".quilvane-", ".other-"));
+    similar.replaceWithText ("another program's");
+    ASSERT_TRUE (old.setLastModificationTime (hoursAgo (2)) && similar.setLastModificationTime (hoursAgo (2)));
+
+    Preset preset;
+    fillPreset (preset);
+    ASSERT_TRUE (preset.saveToFile (file ("A"), manager));
+    EXPECT_FALSE (old.exists());
+    EXPECT_TRUE (present.existsAsFile()) << "another instance may be writing it";
+    EXPECT_TRUE (similar.existsAsFile());
+}
+
 //==============================================================================
 TEST_F (PresetFiles, OfAPackageAreReadOnlyAndTakeTheAuthorOfTheManifest)
 {
     auto members = makeMembers();
     members.insert (members.begin() + 1, { "readme.txt", bytes ("Thanks!") });
+    members.insert (members.begin() + 1, { "Huge.qvprs2", juce::MemoryBlock (1024 * 1024 + 1, true) });
     members.push_back ({ "Folder/Deep.qvprs2", bytes ("<Preset author=\"Ben\"/>") });
     members.push_back ({ "Own.qvprs2", bytes ("<Preset author=\"Cy\"><Parameters><param name=\"P1\" value=\"7\"/>"
                                               "</Parameters></Preset>") });
+    members.push_back ({ "Damaged.qvprs2", bytes ("<Other/>") });
     const auto writePackage = [&] (bool isWhole)
     {
         auto archive = package::makeArchive (members);
@@ -340,7 +577,7 @@ TEST_F (PresetFiles, OfAPackageAreReadOnlyAndTakeTheAuthorOfTheManifest)
         writePackage (true);
         PresetsPackageContent content (*this, "Factory", file ("Bank"), ".qvprs2");
         content.reload();
-        ASSERT_EQ (content.getItems().size(), 4u); // and no readme
+        ASSERT_EQ (content.getItems().size(), 5u); // neither the readme nor what is too large
         EXPECT_EQ (content.getItems()[0]->name, "Slow");
         EXPECT_EQ (content.getItems()[2]->name, "Deep");
 
@@ -348,6 +585,7 @@ TEST_F (PresetFiles, OfAPackageAreReadOnlyAndTakeTheAuthorOfTheManifest)
         EXPECT_EQ (content.readPreset ("Own")->author, "Cy");
         EXPECT_EQ (content.readPreset ("Folder/Deep")->name, "Deep");
         EXPECT_EQ (content.readPreset ("readme"), nullptr);
+        EXPECT_EQ (content.readPreset ("Damaged"), nullptr);
 
         EXPECT_TRUE (content.loadItem ("Own"));
         EXPECT_EQ (manager.getParameter (1)->getString(), "7");
@@ -376,4 +614,47 @@ TEST_F (PresetFiles, WithMoreTagsThanAnyoneUsesAreReadInNoTime)
     const auto set = TagSet::fromText ("A:" + tags.joinIntoString ("|") + ";" + tags.joinIntoString (";"));
     EXPECT_EQ (set.getCategories().size(), static_cast<size_t> (TagSet::maximumCategories));
     EXPECT_EQ (set.getCategories()[0].tags.size(), TagSet::maximumTagsPerCategory);
+
+    // Two hundred with all their own: no list is searched for what is new, and what is known stays bounded.
+    for (int i = 0; i < 200; ++i)
+    {
+        juce::MemoryOutputStream text;
+
+        for (int category = 0; category < TagSet::maximumCategories; ++category)
+        {
+            text << "C" << (i * 64 + category) << ":";
+
+            for (int tag = 0; tag < 200; ++tag)
+                text << tag << "|";
+
+            text << ";";
+        }
+
+        file (juce::String (i)).replaceWithText ("<Preset tags='" + text.toString() + "'/>");
+    }
+
+    TagMap map;
+    PresetsDirectoryContent content (*this, "User", folder, ".qvprs2");
+    content.setTagMap (&map);
+    content.reload();
+    content.rebuildTags();
+    ASSERT_EQ (content.getItems().size(), 200u);
+
+    const auto countTags = [] (const TagSet& counted)
+    {
+        int number = 0;
+
+        for (const auto& category : counted.getCategories())
+            number += category.tags.size();
+
+        return number;
+    };
+
+    for (const auto* known : { &content.getTags(), &map.getAll() })
+    {
+        EXPECT_EQ (known->getCategories().size(), static_cast<size_t> (TagMap::maximumCategories));
+        EXPECT_EQ (countTags (*known), TagMap::maximumTags);
+    }
+
+    EXPECT_EQ (countTags (content.getItems()[0]->tags), TagSet::maximumTags);
 }

@@ -238,6 +238,30 @@ TEST_F (PluginFrame, AStateThatLacksAParameterGivesItsDefault)
     EXPECT_EQ (plugin.parameter (parameterIds::fx).getFloat(), 40.0f);
 }
 
+TEST_F (PluginFrame, AnybodyMayAskWhetherAPresetIsBeingLoaded)
+{
+    struct Witness : Parameter::Listener
+    {
+        explicit Witness (BasePlugin& p) : plugin (p) {}
+
+        void parameterChanged (Parameter&) override { sawLoad = plugin.isLoadingPreset(); }
+
+        BasePlugin& plugin;
+        bool sawLoad = false;
+    } witness (plugin.processor.getPlugin());
+
+    auto& parameter = plugin.parameter (parameterIds::fx);
+    parameter.addListener (&witness);
+    parameter.setNormalised (0.25f, true);
+    EXPECT_FALSE (witness.sawLoad);
+
+    auto& owner = plugin.processor.getPlugin();
+    owner.loadPreset (owner.getDefaultPreset());
+    EXPECT_TRUE (witness.sawLoad);
+    EXPECT_FALSE (owner.isLoadingPreset());
+    parameter.removeListener (&witness);
+}
+
 TEST_F (PluginFrame, RecoversFromInputThatIsNotFiniteWithTheNextPreparation)
 {
     plugin.set (parameterIds::feedback, 1.0f);

@@ -7,6 +7,7 @@
 #include "core/FrameworkIds.h"
 #include "core/PluginAudioProcessor.h"
 #include "parameters/BoundedXml.h"
+#include "parameters/Ticker.h"
 #include "support/MessageLoop.h"
 #include "support/PluginInTest.h"
 #include "support/PortableEffect.h"
@@ -63,6 +64,48 @@ TEST_F (Start, FindsItsFoldersBesideItselfUnlessItIsARelease)
     EXPECT_EQ (pluginOf (*half).getDirectories().get ("AppData"), juce::File ("/opt/K7R Group/Portable"));
 }
 
+TEST_F (Start, NothingHearsOfAnInstanceBeforeItIsWhole)
+{
+    /** Changes a parameter while it's built, and lets messages run in between, as another instance's host may. */
+    class Slow final : public TestEffect, private Ticker::Listener
+    {
+    public:
+        Slow() : TestEffect (Quilvane::loadEmbeddedText) { ticker->add (*this); }
+        ~Slow() override { ticker->remove (*this); }
+
+        void createDspCore() override
+        {
+            TestEffect::createDspCore();
+            auto& parameter = *getParameters().getParameter (parameterIds::feedback);
+            parameter.addAsyncListener (&listener);
+            parameter.setFloat (30.0f, true);
+
+            // The relay's own ticks come no later than the second.
+            const auto first = numTicks;
+            EXPECT_TRUE (runMessageLoopUntil ([&] { return numTicks >= first + 4; }));
+            callsWhileBuilt = listener.calls;
+        }
+
+        void tick() override { ++numTicks; }
+
+        struct Listener final : Parameter::Listener
+        {
+            void parameterChanged (Parameter&) override { ++calls; }
+            int calls = 0;
+        };
+
+        juce::SharedResourcePointer<Ticker> ticker;
+        Listener listener;
+        int numTicks = 0, callsWhileBuilt = 0;
+    };
+
+    auto effect = std::make_unique<Slow>();
+    auto& slow = *effect;
+    const PluginInTest instance (48000.0, 512, std::move (effect));
+    EXPECT_EQ (slow.callsWhileBuilt, 0);
+    EXPECT_TRUE (runMessageLoopUntil ([&] { return slow.listener.calls > 0; }));
+}
+
 TEST_F (Start, KeepsTheSettingsOfTheInstanceThatClosedLast)
 {
     {
@@ -83,6 +126,23 @@ TEST_F (Start, KeepsTheSettingsOfTheInstanceThatClosedLast)
     ASSERT_NE (xml, nullptr);
     EXPECT_EQ (xml->getStringAttribute ("application"), "Portable");
     EXPECT_EQ (xml->getChildByName ("MidiControlMap")->getStringAttribute ("default"), "no");
+}
+
+TEST_F (Start, LeavesSettingsThatItCannotReadUntilSomethingIsSet)
+{
+    for (const auto* unreadable : { "<UserSettings application='Portable'><", "<UserSettings application='Other'/>" })
+    {
+        settingsFile().replaceWithText (unreadable);
+        start();
+        EXPECT_EQ (settingsFile().loadFileAsString(), unreadable);
+
+        start()->parameter (frameworkIds::defaultRealTimeQuality).setInt (1, true);
+        EXPECT_EQ (start()->parameter (frameworkIds::realTimeQuality).getString(), "High");
+
+        const auto kept = settingsFile().getSiblingFile ("Portable.ini.unreadable");
+        EXPECT_EQ (kept.loadFileAsString(), unreadable);
+        kept.deleteFile();
+    }
 }
 
 TEST_F (Start, LoadsTheMapsThatTheSettingsPutInForce)

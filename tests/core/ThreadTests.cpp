@@ -94,3 +94,70 @@ TEST (Threads, OfAHostMayDoEverythingAtOnce)
     EXPECT_GT (listener.calls, 0);
     plugin.parameter (parameterIds::feedback).removeAsyncListener (&listener);
 }
+
+TEST (Threads, LearnAndTakeBackWhileControllersMove)
+{
+    constexpr int numTurns = 4000;
+
+    PluginInTest plugin (48000.0, 64);
+    auto& map = plugin.processor.getPlugin().getMidiControlMap();
+    auto& learned = plugin.parameter (parameterIds::feedback);
+    map.assign (plugin.parameter (parameterIds::fx), 10);
+    map.assign (plugin.parameter (parameterIds::lfo1Depth), 11);
+    const auto before = map.takeSnapshot();
+    std::atomic<bool> ends { false };
+
+    std::thread audio (
+        [&]
+        {
+            std::vector<float> left (64), right (64);
+
+            for (int block = 0; ! ends; ++block)
+            {
+                juce::MidiBuffer midi;
+
+                for (int i = 0; i < 8; ++i)
+                    midi.addEvent (juce::MidiMessage::controllerEvent (1, 10 + (block + i) % 3, block % 128), 8 * i);
+
+                plugin.processBlock (left.data(), right.data(), 64, midi);
+            }
+        });
+
+    int numLearned = 0, numLost = 0, numNotBack = 0;
+
+    for (int turn = 0; turn < numTurns; ++turn)
+    {
+        map.startLearn (learned);
+
+        for (int wait = 0; wait < turn % 50; ++wait)
+            std::this_thread::yield();
+
+        if (turn % 2 == 0)
+        {
+            map.cancelLearn();
+            numNotBack += map.takeSnapshot().entries != before.entries ? 1 : 0;
+        }
+        else
+        {
+            // What was learned took the place of one at most.
+            map.stopLearn();
+            const auto kept = map.takeSnapshot();
+            const auto place = map.getController (learned);
+            numLearned += place != MidiControlMap::noController ? 1 : 0;
+
+            for (const auto controller : { 10, 11 })
+                if (place != controller
+                    && kept.entries[static_cast<size_t> (controller)]
+                           != before.entries[static_cast<size_t> (controller)])
+                    ++numLost;
+        }
+
+        map.restore (before);
+    }
+
+    ends = true;
+    audio.join();
+    EXPECT_GT (numLearned, 0);
+    EXPECT_EQ (numLost, 0) << "a displaced parameter was forgotten";
+    EXPECT_EQ (numNotBack, 0) << "something of a cancelled learn stayed";
+}

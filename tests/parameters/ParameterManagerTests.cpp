@@ -172,8 +172,17 @@ TEST (BoundedXml, RefusesWhatAParserCouldChokeOn)
                                    "<a><![CDATA[</a>",
                                    "x<a/>",
                                    "<a <b/>/>",
-                                   "<a b=x'y'><?c?><?d?></a>" })
+                                   "<a b=x'y'><?c?><?d?></a>",
+                                   "<!--<a/>",
+                                   "<?b <a/>" })
         EXPECT_EQ (parseBoundedXml (juce::String (malformed)), nullptr) << malformed;
+
+    // Of a head nothing counts behind its tag, and everything before.
+    for (const auto* malformed : { "", "<a", "<a b", "<a b=", "<a b='", "<a b='&", "<a b='&#", "<a b='&#x", "<a b='&#5",
+                                   "<a b='c'", "<!--<a>" })
+        EXPECT_EQ (parseBoundedXmlHead (juce::String (malformed)), nullptr) << malformed;
+
+    EXPECT_EQ (parseBoundedXmlHead ("<a b='&#x43;'><c <!DOCTYPE")->getStringAttribute ("b"), "C");
 
     // Markup that a scanner and a parser could read differently.
     const auto deep = [] (const juce::String& before, const juce::String& each)
@@ -208,4 +217,64 @@ TEST (BoundedXml, RefusesWhatAParserCouldChokeOn)
 
     // Many elements side by side are no depth.
     EXPECT_NE (parseBoundedXml ("<a>" + juce::String::repeatedString ("<b/><c d='1'></c>", 1000) + "</a>"), nullptr);
+}
+
+TEST (BoundedXml, ReadsOurOwnDocumentsAsTheyAre)
+{
+    int numDocuments = 0;
+
+    for (const auto* folder : { QUILVANE_PRESETS_FOLDER, QUILVANE_SKINS_FOLDER, QUILVANE_GALLERY_FOLDER })
+        for (const auto& file : juce::File (folder).findChildFiles (juce::File::findFiles, true, "*.xml;*.qvprs2"))
+        {
+            const auto expected = juce::parseXML (file), xml = parseBoundedXml (file);
+            ASSERT_NE (xml, nullptr) << file.getFileName();
+            EXPECT_TRUE (xml->isEquivalentTo (expected.get(), false)) << file.getFileName();
+
+            // And ten times as much, under one roof.
+            juce::XmlElement many ("many");
+
+            for (int i = 0; i < 10; ++i)
+                many.addChildElement (new juce::XmlElement (*expected));
+
+            EXPECT_NE (parseBoundedXml (many.toString()), nullptr) << file.getFileName();
+            ++numDocuments;
+        }
+
+    EXPECT_GT (numDocuments, 90);
+
+    const juce::String texts ("<a> b&lt;<!-- - -->c<d>\n</d><![CDATA[ <e> ]]><f/>&#65; </a>");
+    EXPECT_TRUE (parseBoundedXml (texts)->isEquivalentTo (juce::parseXML (texts).get(), false));
+    EXPECT_EQ (parseBoundedXml ("<a b='1' b='2'/>")->getStringAttribute ("b"), "1");
+}
+
+TEST (BoundedXml, RefusesWhatWouldTakeLong)
+{
+    const auto repeated = [] (size_t number, const char* piece)
+    {
+        juce::MemoryOutputStream text;
+
+        for (size_t i = 0; i < number; ++i)
+            text << juce::String (piece).replace ("#", juce::String (i));
+
+        return text.toString();
+    };
+
+    struct Case
+    {
+        const char* before;
+        const char* piece;
+        const char* after;
+        size_t most;
+    };
+
+    for (const auto& c :
+         { Case { "<a>", "<b#/>", "</a>", maximumXmlNames - 1 },
+           Case { "<a>", "<a b#=''/>", "</a>", maximumXmlNames - 1 },
+           Case { "<a ", "b#='' ", "/>", maximumXmlAttributes }, Case { "<a>", "<a/>", "</a>", maximumXmlNodes - 1 },
+           Case { "<a>", "x<![CDATA[]]>", "</a>", (maximumXmlNodes - 1) / 2 },
+           Case { "<", "x", "/>", maximumXmlNameBytes } })
+    {
+        EXPECT_NE (parseBoundedXml (c.before + repeated (c.most, c.piece) + c.after), nullptr) << c.piece;
+        EXPECT_EQ (parseBoundedXml (c.before + repeated (c.most + 1, c.piece) + c.after), nullptr) << c.piece;
+    }
 }

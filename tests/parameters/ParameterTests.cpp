@@ -451,3 +451,132 @@ TEST (DisplayText, WithoutAFormatIsTheMachineTextOrThatOfAFormatter)
     parameter.setTextFormatter (&formatter);
     EXPECT_EQ (parameter.getDisplayText(), "<3>");
 }
+
+//==============================================================================
+TEST (TypedTexts, NameTheValueThatTheirParameterShows)
+{
+    const struct
+    {
+        const char* keyword;
+        const char* unit;
+        float tolerance; // by what the text leaves out
+    } formats[] {
+        { "", "Hz", 0.001f },
+        { "integer", "%", 1.0f },
+        { "decimal_nosign.1", "", 0.06f },
+        { "decimal_nosign.2", " ms", 0.006f },
+        { "decimal", "dB", 1.0f },
+        { "decimal.1", "dB", 0.06f },
+        { "decimal.2", "dB", 0.006f },
+        { "decimal.3", "dB", 0.002f },
+        { "decimal.1-inf", "dB", 0.06f },
+        { "decimalKilo.1", "kHz", 60.0f },
+        { "decimalKilo.2", "kHz", 15.0f },
+        { "decimalOrKilo", "Hz", 1.0f },
+        { "decimalOrKilo.1", "Hz", 60.0f },
+        { "decimalOrKilo.2", "Hz", 15.0f },
+        { "crossfade", "% (Dry/Wet)", 31.0f },
+    };
+
+    for (const auto& [keyword, unit, tolerance] : formats)
+    {
+        FloatParameter parameter (1, "P", -50.0f, 3000.0f, 0.0f);
+        parameter.setFormat (valueFormatFromKeyword (keyword));
+        parameter.setUnit (juce::String::fromUTF8 (unit));
+
+        for (int step = 0; step <= 1000; ++step)
+        {
+            parameter.setNormalised (static_cast<float> (step) * 0.001f, false);
+            const auto shown = parameter.getDisplayText();
+            const auto read = parameter.clone (2, "Q");
+            read->setNormalised (step < 500 ? 1.0f : 0.0f, false);
+
+            ASSERT_TRUE (read->setDisplayText (shown, false)) << keyword << " " << shown;
+            ASSERT_NEAR (read->getFloat(), parameter.getFloat(), tolerance) << keyword << " " << shown;
+
+            // And for good: what it shows then is the same value.
+            const auto again = read->getFloat();
+            ASSERT_TRUE (read->setDisplayText (read->getDisplayText(), false));
+            ASSERT_EQ (read->getFloat(), again) << keyword << " " << shown;
+        }
+    }
+}
+
+TEST (TypedTexts, AreTakenAsPeopleWriteThemAndRefusedAsNoValue)
+{
+    const struct
+    {
+        const char* keyword;
+        const char* unit;
+        const char* typed;
+        float expected; // NaN for a refusal
+    } cases[] {
+        { "integer", "%", "38", 38.0f },
+        { "integer", "%", " 38 % ", 38.0f },
+        { "integer", "%", "+38%", 38.0f },
+        { "integer", "%", "12.5", 12.5f },
+        { "integer", "%", "-5", 0.0f },
+        { "integer", "%", "1e9", 2000.0f },
+        { "integer", "%", "loud", notANumber },
+        { "integer", "%", "", notANumber },
+        { "integer", "%", "%", notANumber },
+        { "integer", "%", "38dB", notANumber },
+        { "integer", "%", "3 8", notANumber },
+        { "integer", "%", "nan", notANumber },
+        { "decimalOrKilo.2", "Hz", "1.2k", 1200.0f },
+        { "decimalOrKilo.2", "Hz", "1.2 khz", 1200.0f },
+        { "decimalOrKilo.2", "Hz", "1250H", 1250.0f },
+        { "decimalOrKilo.2", "Hz", ".5kHz", 500.0f },
+        { "decimalOrKilo.2", "Hz", "1kk", notANumber },
+        { "decimalKilo.1", "kHz", "1.2", 1200.0f },
+        { "decimal.1-inf", "dB", "-INF", 0.0f },
+        { "decimal.1-inf", "dB", "-inf.dB", 0.0f },
+        { "decimal.1-inf", "dB", "inf", notANumber },
+        { "decimal.1", "dB", "-inf.", notANumber },
+        { "crossfade", "% (Dry/Wet)", "60/40", 800.0f },
+        { "crossfade", "% (Dry/Wet)", "60 / 40 % (dry", 800.0f },
+        { "crossfade", "% (Dry/Wet)", "40", 800.0f },
+        { "crossfade", "% (Dry/Wet)", "60/50", notANumber },
+        { "crossfade", "% (Dry/Wet)", "60/", notANumber },
+        { "", "Hz", "0.5 Hz", 0.5f },
+    };
+
+    for (const auto& [keyword, unit, typed, expected] : cases)
+    {
+        FloatParameter parameter (1, "P", 0.0f, 2000.0f, 7.0f);
+        parameter.setFormat (valueFormatFromKeyword (keyword));
+        parameter.setUnit (unit);
+        EXPECT_EQ (parameter.setDisplayText (typed, false), ! std::isnan (expected)) << keyword << " " << typed;
+        EXPECT_NEAR (parameter.getFloat(), std::isnan (expected) ? 7.0f : expected, 1.0e-3f) << keyword << " " << typed;
+    }
+
+    auto list = makeEnum();
+    list.setEnumNames ("2;4;6;8;Hyper Triangle");
+    NoteParameter note (1, "Note", 5);
+    StateParameter state (1, "State");
+    IntParameter whole (1, "Whole", -3, 9, 5);
+    whole.setUnit (" st");
+
+    const struct
+    {
+        Parameter& parameter;
+        const char* typed;
+        int expected; // -100 for a refusal
+    } words[] { { list, "8", 3 },        { list, "3", -100 },   { list, " hyper triangle", 4 },
+                { list, "Hyper", -100 }, { state, "ON", 1 },    { state, "no", 0 },
+                { state, "2", -100 },    { note, "c#4", 49 },   { note, "C-H", 120 },
+                { note, "a4", 57 },      { note, "60", 60 },    { note, "H4", -100 },
+                { note, "500", 127 },    { whole, "+4 st", 4 }, { whole, "-9", -3 },
+                { whole, "2.5", -100 } };
+
+    for (const auto& [parameter, typed, expected] : words)
+    {
+        const auto before = parameter.getInt();
+        EXPECT_EQ (parameter.setDisplayText (typed, false), expected != -100) << typed;
+        EXPECT_EQ (parameter.getInt(), expected == -100 ? before : expected) << typed;
+    }
+
+    StringParameter text (1, "Text", "Old");
+    EXPECT_TRUE (text.setDisplayText ("Any words", false));
+    EXPECT_EQ (text.getString(), "Any words");
+}

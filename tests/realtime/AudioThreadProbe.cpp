@@ -3,9 +3,12 @@
 #include "AudioThreadProbe.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <dlfcn.h>
 #include <malloc.h>
+#include <new>
 #include <pthread.h>
+#include <utility>
 
 extern "C"
 {
@@ -27,6 +30,9 @@ namespace
 __attribute__ ((tls_model ("initial-exec"))) thread_local bool watching = false;
 __attribute__ ((tls_model ("initial-exec"))) thread_local Counts counts;
 __attribute__ ((tls_model ("initial-exec"))) thread_local AllowedObjects allowed {};
+
+constexpr int neverFails = -1;
+__attribute__ ((tls_model ("initial-exec"))) thread_local int numBlocksLeft = neverFails;
 
 void countAllocation()
 {
@@ -77,7 +83,39 @@ Counts Watch::stop()
     return counts;
 }
 
+void failAfter (int numLeft)
+{
+    numBlocksLeft = numLeft;
+}
+
+bool stopFailing()
+{
+    return std::exchange (numBlocksLeft, neverFails) == neverFails;
+}
+
 } // namespace probe
+
+void* operator new (size_t size)
+{
+    // Whoever is told of the want has memory again.
+    if (probe::numBlocksLeft >= 0 && --probe::numBlocksLeft < 0)
+        throw std::bad_alloc();
+
+    if (auto* block = std::malloc (size))
+        return block;
+
+    throw std::bad_alloc();
+}
+
+void operator delete (void* block) noexcept
+{
+    std::free (block);
+}
+
+void operator delete (void* block, size_t) noexcept
+{
+    std::free (block);
+}
 
 //==============================================================================
 // Visible to all libraries of the process.

@@ -39,4 +39,12 @@ public:
     Counts stop();
 };
 
+/** Lets operator new run out of memory on the calling thread, once.
+    @param numLeft how many blocks it still has */
+void failAfter (int numLeft);
+
+/** Gives the memory back.
+    @returns whether it ran out */
+bool stopFailing();
+
 } // namespace probe

@@ -61,11 +61,11 @@ TEST_F (Composites, AComboBoxChoosesATileFromItsPicker)
 {
     parameter ("Stages Number").setInt (1, false);
     parameter ("Stages Number").addListener (&told);
-    place (
-        "ImageComboBox", {},
-        at5060 + strip ("30x10x4", 4)
-            + "<picker tilesInRow=\"2\" justification=\"tileAligned\" tile=\"3\" xOfs=\"1\" yOfs=\"-2\" values=\"off\"/>"
-              "<param name=\"Stages Number\"/>");
+    place ("ImageComboBox", {},
+           at5060 + strip ("30x10x4", 4)
+               + "<picker tilesInRow=\"2\" justification=\"tileAligned\" tile=\"3\" xOfs=\"1\" yOfs=\"-2\" "
+                 "values=\"off\"/>"
+                 "<param name=\"Stages Number\"/>");
     EXPECT_EQ (component().getBounds(), juce::Rectangle<int> (50, 60, 30, 10));
     EXPECT_EQ (component().getTitle(), "Stages Number");
     EXPECT_EQ (shownFrame(), 1);
@@ -161,6 +161,15 @@ TEST_F (Composites, PickersAreLaidOutWhateverTheSkinSays)
         paint (*shown());
     }
 
+    // Tiles of their own have their own size.
+    place ("ImageComboBox", {},
+           at5060 + strip ("30x10x4", 4) + "<picker resource=\"40x7x4\" framesNum=\"4\" justification=\"tileAligned\" "
+               + "yOfs=\"10\"/><param name=\"Stages Number\"/>");
+    Mouse (component()).click();
+    ASSERT_NE (shown(), nullptr);
+    EXPECT_EQ (shown()->getBounds(), juce::Rectangle<int> (50, 70, 40, 28));
+    EXPECT_EQ (frameAt (paint (*shown()), 35, 24), 3);
+
     // Without a parameter there is nothing to pick, nor where names have other cases.
     place ("ImageComboBox", {}, strip ("30x10x4", 4) + "<Param name=\"Stages Number\"/>");
     Mouse (component()).click();
@@ -177,7 +186,7 @@ TEST_F (Composites, AMixerMovesTheChannelUnderTheMouse)
     }
 
     place (
-        "Mixer", "background=\"100x90x1\" thumb=\"10\"",
+        "Mixer", "background=\"100x90x1\"",
         at5060
             + "<gfx gaps=\"4,6\"><image strip=\"slider\" name=\"20x60x11\" frames=\"11\"/>"
               "<image strip=\"display\" name=\"10x8x11\" frames=\"11\"/><Image strip=\"slider\" name=\"5x5x1\"/></gfx>"
@@ -227,7 +236,7 @@ TEST_F (Composites, CtrlMovesAllChannelsOfAMixerFromWhereTheyStood)
     parameter ("LFO 1 Depth").setNormalised (0.2f, false);
     parameter ("LFO 2 Depth").setNormalised (0.9f, false);
     parameter ("LFO 2 Depth").addListener (&told);
-    place ("Mixer", "thumb=\"10\"",
+    place ("Mixer", {},
            size (100, 90) + "<gfx><image strip=\"slider\" name=\"20x60x11\" frames=\"11\"/></gfx>"
                + parameters ({ "LFO 1 Depth", "LFO 2 Depth" }));
     auto& mixer = control<MixerController>();
@@ -241,9 +250,9 @@ TEST_F (Composites, CtrlMovesAllChannelsOfAMixerFromWhereTheyStood)
     Mouse mouse (mixer);
     mouse.press ({ 10, 40 }, keys::left | keys::ctrl);
     expectValues (0.2f, 0.9f);
-    mouse.drag ({ 10, 20 }); // half of the travel, which the thumb takes from
+    mouse.drag ({ 10, 10 }); // half of the slider
     expectValues (0.7f, 1.0f);
-    mouse.drag ({ 10, 36 });
+    mouse.drag ({ 10, 34 });
     expectValues (0.3f, 1.0f);
     mouse.drag ({ 10, 40 });
     expectValues (0.2f, 0.9f);
@@ -271,6 +280,18 @@ TEST_F (Composites, CtrlMovesAllChannelsOfAMixerFromWhereTheyStood)
     EXPECT_EQ (panel->getComponentAt (mixer.getPosition() + juce::Point<int> (10, 40)), panel.get());
 }
 
+TEST_F (Composites, ChannelsOfAMixerMayLieCloserThanTheirImages)
+{
+    place ("Mixer", {},
+           size (100, 90) + "<gfx gaps=\"-5,-2\"><image strip=\"slider\" name=\"20x60x11\" frames=\"11\"/></gfx>"
+               + parameters ({ "LFO 1 Depth", "LFO 2 Depth" }));
+    auto& mixer = control<MixerController>();
+    EXPECT_EQ (mixer.getParts()[0].component->getBounds(), juce::Rectangle<int> (-5, -2, 20, 60));
+    EXPECT_EQ (mixer.getParts()[1].component->getBounds(), juce::Rectangle<int> (10, -2, 20, 60));
+    EXPECT_EQ (mixer.getParameterAt (Mouse (mixer).event ({ 12, 5 }, false), nullptr), &parameter ("LFO 2 Depth"))
+        << "the one on top";
+}
+
 TEST_F (Composites, TheWheelMovesSteppedChannelsToo)
 {
     parameter ("Stages Number").setInt (1, false);
@@ -296,8 +317,8 @@ TEST_F (Composites, TheWheelMovesSteppedChannelsToo)
 
 TEST_F (Composites, MixersEndureWhatSkinsSay)
 {
-    for (const auto* attributes : { "thumb=\"2147483647\" readOnly=\"maybe\"", "thumb=\"-1\" background=\"missing\"" })
-        for (const auto* gfx : { "gaps=\"99999999999,-5\"", "gaps=\",\"", "gaps=\"1\"" })
+    for (const auto* attributes : { "readOnly=\"maybe\"", "background=\"missing\"" })
+        for (const auto* gfx : { "gaps=\"99999999999,-99999999999\"", "gaps=\"-20,-5\"", "gaps=\",\"", "gaps=\"1\"" })
             for (const auto* frames : { "11", "0", "-1", "2147483647", "-2147483648" })
             {
                 place ("Mixer", attributes,
@@ -415,10 +436,17 @@ TEST_F (Composites, ATextIsEditedByTheGestureThatTheSkinNames)
     EXPECT_EQ (desktop.getLocalArea (editor->getParentComponent(), editor->getBounds()),
                juce::Rectangle<int> (50, 60, 80, 20));
     editor->setText ("New");
-    panel->endPendingGesture();
+    editor->finishEditing();
     EXPECT_EQ (input.getOpenEditor(), nullptr);
     EXPECT_EQ (input.getText(), "New");
     EXPECT_EQ (log.take(), "change");
+
+    // That of an edit which the window ends with doesn't.
+    input.mouseDoubleClick (Mouse (input).event ({ 5, 5 }, false));
+    ASSERT_NE (input.getOpenEditor(), nullptr);
+    input.getOpenEditor()->setText ("Newer");
+    panel->endPendingGesture();
+    EXPECT_EQ (input.getText(), "New");
 }
 
 TEST_F (Composites, ATypedTextReachesTheParameterIfItCanBeRead)
@@ -429,9 +457,9 @@ TEST_F (Composites, ATypedTextReachesTheParameterIfItCanBeRead)
         const char* typed;
         const char* expected;
     } cases[] {
-        { "Center Frequency", "440", "440" }, { "Center Frequency", "loud", "440" },
-        { "LFO 1 Sync", "off", "Off" },       { "LFO 1 Sync", "on", "On" },
-        { "LFO 1 Sync", "perhaps", "On" },    { "Preset Name", "Any words", "Any words" },
+        { "Center Frequency", "440", "440Hz" }, { "Center Frequency", "loud", "440Hz" },
+        { "LFO 1 Sync", "off", "Off" },         { "LFO 1 Sync", "on", "On" },
+        { "LFO 1 Sync", "perhaps", "On" },      { "Preset Name", "Any words", "Any words" },
     };
 
     for (const auto& test : cases)
@@ -442,10 +470,10 @@ TEST_F (Composites, ATypedTextReachesTheParameterIfItCanBeRead)
         EXPECT_EQ (input.getText(), linked.getDisplayText());
         Mouse (input).click();
         ASSERT_NE (input.getOpenEditor(), nullptr);
-        EXPECT_EQ (input.getOpenEditor()->getText(), linked.getString());
+        EXPECT_EQ (input.getOpenEditor()->getText(), linked.getDisplayText());
         input.getOpenEditor()->setText (test.typed);
-        panel->endPendingGesture();
-        EXPECT_TRUE (linked.getString().startsWith (test.expected)) << linked.getString();
+        input.getOpenEditor()->finishEditing();
+        EXPECT_EQ (linked.getDisplayText(), test.expected);
         EXPECT_EQ (input.getText(), linked.getDisplayText());
     }
 }

@@ -145,6 +145,59 @@ TEST_F (TextDisplays, DrawTheGlyphsOfTheirText)
     EXPECT_EQ (paint (component()).getPixelAt (39, 15), juce::Colour (0xff203040));
 }
 
+TEST_F (TextDisplays, ShowNamesWhole)
+{
+    auto& name = parameter ("Preset Name");
+    const auto shows = [&] (const juce::String& text)
+    {
+        name.setString (text, true);
+        EXPECT_TRUE (runMessageLoopUntil ([&] { return display().getText() == text; })) << text;
+        return paint (component());
+    };
+
+    // A font of 95 glyphs of one colour each, of 8 x 16 pixels, from the blank on; the capital fills its cell.
+    buildOne ("Display", {}, "<gfx resource=\"8x16x190\" fontHeight=\"16\"/>" + size (80, 16) + link ("Preset Name"));
+    const auto frames = [&] (const juce::Image& image)
+    {
+        juce::String text;
+
+        for (int x = 0; x < 80; x += 8)
+            text << juce::String::charToString (static_cast<juce::juce_wchar> (' ' + frameAt (image, x, 0)));
+
+        return text.trimEnd();
+    };
+
+    EXPECT_EQ (frames (shows ("0123456789")), "0123456789");
+    EXPECT_EQ (display().getTooltip(), "");
+
+    // What is too long ends in an ellipsis, of the program's font here, and the tooltip tells the whole.
+    const auto cut = shows ("0123456789 and more");
+    EXPECT_EQ (frames (cut), "012345678");
+    EXPECT_EQ (display().getTooltip(), "0123456789 and more");
+
+    const auto hasInk = [&] (const juce::Image& image, int column)
+    {
+        for (int y = 0; y < 16; ++y)
+            for (int x = column * 8; x < column * 8 + 8; ++x)
+                if (image.getPixelAt (x, y) != frameColour (0) && image.getPixelAt (x, y) != juce::Colours::black)
+                    return true;
+
+        return false;
+    };
+
+    EXPECT_TRUE (hasInk (cut, 9));
+    EXPECT_FALSE (hasInk (shows ("Gr"), 2));
+
+    // Letters that the font hasn't got.
+    const auto foreign = shows (juce::String::fromUTF8 ("Gr\xc3\xb6\xc3\x9f, \xc3\xa9 \xe4\xbd\xa0"));
+    EXPECT_EQ (frames (foreign).substring (0, 2), "Gr");
+
+    for (const auto column : { 2, 3, 6, 8 })
+        EXPECT_TRUE (hasInk (foreign, column)) << column;
+
+    EXPECT_FALSE (hasInk (foreign, 5));
+}
+
 TEST_F (TextDisplays, FollowTheirParameter)
 {
     parameter ("Stages Number").setInt (1, false);
@@ -249,17 +302,18 @@ TEST_F (TextDisplays, AreEditedByKeys)
     press (Key::returnKey);
     EXPECT_EQ (edits.texts.size(), 1);
 
-    // The window closes: the edit is done.
+    // The window closes: the edit is undone.
     Mouse (component()).click();
     press (Key::backspaceKey);
     panel->endPendingGesture();
-    EXPECT_EQ (edits.texts.joinIntoString ("|"), "BCEFG|BCEF");
+    EXPECT_EQ (edits.texts.joinIntoString ("|"), "BCEFG");
+    EXPECT_EQ (display().getText(), "BCEFG");
 
     display().removeTextListener (&edits);
     Mouse (component()).click();
     type ("A");
     press (Key::returnKey);
-    EXPECT_EQ (edits.texts.size(), 2);
+    EXPECT_EQ (edits.texts.size(), 1);
 }
 
 TEST_F (TextDisplays, OnlyEditOnALeftClickOfOneThatMayBeWritten)

@@ -313,9 +313,9 @@ TEST_F (Gallery, UsesTheWholeVocabulary)
         { "MidiChannelDisplay", "paramReset" },
         { "TextInput", "name editable defaultText justification paramReset textColour highlightedTextColour "
                        "caretColour backgroundColour highlightColour outlineColour focusedOutlineColour" },
-        { "picker", "tilesInRow justification tile xOfs yOfs values" },
+        { "picker", "resource framesNum tilesInRow justification tile xOfs yOfs values" },
         { "param", "name reset" },
-        { "Mixer", "background thumb readOnly" },
+        { "Mixer", "background readOnly" },
         { "image", "strip name frames" },
     };
 

@@ -330,4 +330,16 @@ TEST_F (Rockers, PaintTheirHalvesWithoutAStrip)
         EXPECT_EQ (colourAt (false), face.darker (0.7f));
         mouse.release ({ 20, 20 });
     }
+
+    // The sides of an odd size are alike, too.
+    buildOne ("Rocker", {}, size (20, 41));
+    const auto image = paint (component());
+    int upper = 0, lower = 0;
+
+    for (int y = 1; y < 40; ++y)
+        if (image.getPixelAt (10, y) == face.darker (0.7f))
+            ++(y < 20 ? upper : lower);
+
+    EXPECT_EQ (upper, lower);
+    EXPECT_EQ (upper, 18);
 }

@@ -55,14 +55,18 @@ TEST_F (Widgets, RadioButtonsAreTheItemsOfAParameter)
     } listener;
 
     buttons.addListener (&listener);
+    stages.addListener (&log);
     Mouse (*buttons.getChildComponent (2)).click();
     EXPECT_EQ (buttons.getSelected(), 2);
     EXPECT_EQ (stages.getInt(), 2);
+    EXPECT_EQ (log.take(), "begin change end");
     Mouse (*buttons.getChildComponent (2)).click();
     EXPECT_EQ (listener.selected, juce::Array<int> ({ 2 })) << "what is on already is no choice";
 
     stages.setInt (0, true);
     EXPECT_TRUE (runMessageLoopUntil ([&] { return buttons.getSelected() == 0; }));
+    EXPECT_EQ (log.take(), "change") << "to follow is no gesture";
+    stages.removeListener (&log);
     buttons.select (7);
     EXPECT_EQ (buttons.getSelected(), -1);
 
@@ -84,7 +88,10 @@ TEST_F (Widgets, CheckBoxesFollowAndSetAParameter)
     EXPECT_TRUE (box.getChildComponent (0)->isVisible()) << "the tick";
 
     box.setVisible (true);
+    parameter ("LFO 1 Sync").addListener (&log);
     Mouse (box).click();
+    EXPECT_EQ (log.take(), "begin change end");
+    parameter ("LFO 1 Sync").removeListener (&log);
     EXPECT_FALSE (parameter ("LFO 1 Sync").getBool());
     EXPECT_FALSE (box.getChildComponent (0)->isVisible());
 
@@ -201,4 +208,14 @@ TEST_F (Widgets, TheLookDrawsOneThumbOrTwo)
         EXPECT_EQ (image.getPixelAt (20, 13), juce::Colours::black);
         slider.setLookAndFeel (nullptr);
     }
+
+    // An upright slider's bar is as upright.
+    juce::Slider upright (juce::Slider::LinearVertical, juce::Slider::NoTextBox);
+    upright.setLookAndFeel (&look);
+    upright.setSize (20, 120);
+    const auto image = paint (upright);
+    EXPECT_EQ (image.getPixelAt (10, 20), juce::Colour (0xff808080));
+    EXPECT_EQ (image.getPixelAt (10, 60), juce::Colour (0xff808080));
+    EXPECT_EQ (image.getPixelAt (2, 60), juce::Colours::black);
+    upright.setLookAndFeel (nullptr);
 }

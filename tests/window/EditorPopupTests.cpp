@@ -570,17 +570,22 @@ TEST_F (EditorPopups, MapsOfControllersGoThroughFiles)
     ASSERT_TRUE (waitForCover (window, false));
     EXPECT_EQ (mapIn (textOf (file)), initialMap);
 
-    // Over a file that is there, after a question only, whose first answer is "Yes".
+    // Over a file that is there, after a question only, to which neither Escape nor Return agree.
     loadProject (instance, 15);
     choose (window, layout::saveButton, "mine");
+
+    for (const auto* refusal : { "Escape", "Return" })
+    {
+        window.settle();
+        window.type (refusal);
+        window.settle();
+        EXPECT_TRUE (isCovered (window));
+        EXPECT_EQ (mapIn (textOf (file)), initialMap) << refusal;
+        window.type ("Return"); // asks again
+    }
+
     window.settle();
-    EXPECT_TRUE (isCovered (window));
-    window.type ("Escape"); // which isn't an answer
-    window.type ("Return");
-    window.settle();
-    EXPECT_TRUE (isCovered (window));
-    EXPECT_EQ (mapIn (textOf (file)), initialMap);
-    window.type ("Tab");
+    window.type ("Left");
     window.type ("Return");
     ASSERT_TRUE (waitForCover (window, false));
     EXPECT_EQ (mapIn (textOf (file)), "15 FX, 20 Feedback");
@@ -595,7 +600,7 @@ TEST_F (EditorPopups, MapsOfControllersGoThroughFiles)
     setrlimit (RLIMIT_FSIZE, &limit);
     choose (window, layout::saveButton, "mine");
     window.settle();
-    window.type ("Tab");
+    window.type ("Left");
     window.type ("Return");
     EXPECT_TRUE (waitForCover (window, false));
     limit.rlim_cur = before;

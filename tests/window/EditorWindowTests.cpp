@@ -157,6 +157,7 @@ TEST_F (EditorWindow, WithoutASkinItSaysSo)
 TEST_F (EditorWindow, ADamagedSkinGivesWayToAGoodOne)
 {
     install ("Other");
+    install (testskin::manyTagsSkin);
 
     const auto other = skins() / "Other.k7rskin";
     std::fstream file (other, std::ios::in | std::ios::out | std::ios::binary);
@@ -167,7 +168,7 @@ TEST_F (EditorWindow, ADamagedSkinGivesWayToAGoodOne)
     file.put (byte);
     file.close();
 
-    // The damaged one comes first in the list.
+    // The two that can't be used come first in the list.
     HostWindow window (*screen, *library);
     ASSERT_TRUE (window.openAndSee());
     EXPECT_EQ (window.getEditorSize().width, testskin::width);

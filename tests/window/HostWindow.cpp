@@ -136,6 +136,13 @@ void HostWindow::type (const char* keySymbol)
     idle();
 }
 
+bool HostWindow::hearsKey()
+{
+    screen.countKeys (window);
+    type ("F9"); // which means nothing to the editor
+    return screen.countKeys (window) == 1;
+}
+
 //==============================================================================
 std::string HostWindow::read (const testskin::Place& display)
 {

@@ -82,6 +82,13 @@ public:
 
     void type (const char* keySymbol);
 
+    /** Gives the keyboard to the host's window, as a window manager does when it's clicked. */
+    void takeKeyboard() { screen.setFocus (window); }
+    bool hasKeyboard() { return screen.getFocus() == window; }
+
+    /** Whether a key that is typed now comes to the host's window. */
+    bool hearsKey();
+
     //==============================================================================
     uint32_t getPixel (int x, int y) { return screen.getPixel (left + x, top + y); }
     uint32_t getColour (const testskin::Place& place) { return getPixel (place.centreX(), place.centreY()); }

@@ -128,15 +128,27 @@ juce::String makeControls (Archive& archive)
            + control (archive, "Knob", rateKnob, "name=\"LFO1Rate\"", "LFO 1 Rate")
            + control (archive, "Knob", noteRateKnob, "name=\"LFO1NoteRate\"", "LFO 1 Note Rate")
            + control (archive, "Knob", noteScaleKnob, "name=\"LFO1NoteScale\"", "LFO 1 Note Scale")
+           + control (archive, "Knob", centerKnob, {}, "Center Frequency")
            + control (archive, "ToggleButton", syncButton, "style=\"2D\"", "LFO 1 Sync")
            + button (archive, restoreButton, "Restore Default Preset") + button (archive, optionsButton, "Options")
            + button (archive, aboutButton, "About") + button (archive, nextPresetButton, "Select Next Preset")
            + button (archive, midiLearnButton, "Toggle Midi Learn") + button (archive, browseButton, "Browse Presets")
            + button (archive, previousPresetButton, "Select Previous Preset")
-           + button (archive, saveButton, "Save Preset") + control (archive, "Animation", meter, "name=\"LeftVUMeter\"")
+           + button (archive, saveButton, "Save Preset") + button (archive, revertButton, "Restore Current Preset")
+           + control (archive, "Animation", meter, "name=\"LeftVUMeter\"")
            + control (archive, "Animation", activity, "name=\"MIDIActivity\"")
            + control (archive, "Switch", stagesSwitch, segments, "Stages Number") + display (editableText, editable, {})
            + display (readOnlyText, readOnly, "readonly=\"yes\"");
+}
+
+juce::String sizeOf (int width, int height)
+{
+    return "<size width=\"" + juce::String (width) + "\" height=\"" + juce::String (height) + "\"/>";
+}
+
+juce::String linkTo (const juce::String& parameter)
+{
+    return element ("links", {}, element ("link", "as=\"connectedTo\" param=\"" + parameter + "\""));
 }
 
 juce::String makePartsControls (Archive& archive)
@@ -145,9 +157,6 @@ juce::String makePartsControls (Archive& archive)
 
     for (const auto& strip : { feedbackChannel, stagesBox, key })
         archive.add (strip.image, makeStrip (strip));
-
-    const auto sizeOf = [] (int width, int height)
-    { return "<size width=\"" + juce::String (width) + "\" height=\"" + juce::String (height) + "\"/>"; };
 
     return "<Mixer>" + position (feedbackChannel.place)
            + sizeOf (2 * feedbackChannel.place.width, feedbackChannel.place.height)
@@ -159,6 +168,44 @@ juce::String makePartsControls (Archive& archive)
            + "<MidiKeyboard firstKey=\"60\" lastKey=\"60\">" + position (key.place)
            + sizeOf (key.place.width, key.place.height)
            + "<Keys><Key><gfx resource=\"key.png\" framesNum=\"3\"/></Key></Keys></MidiKeyboard>";
+}
+
+/** More names than any document of ours has; they would take long to read. */
+juce::String makeManyTags (Archive&)
+{
+    juce::String tags;
+
+    for (int i = 0; i < 40000; ++i)
+        tags << "<t" << i << "x/>";
+
+    return tags;
+}
+
+juce::String makeFieldControls (Archive& archive)
+{
+    using namespace testskin;
+
+    archive.add ("font.png", makeFont());
+    archive.add (frequencyDigits.image, makeStrip (frequencyDigits));
+
+    const auto field = [] (const juce::String& tag, const juce::String& parameter, const testskin::Place& place)
+    {
+        const auto gfx = "<gfx resource=\"font.png\" fontHeight=\"" + juce::String (glyphHeight) + "\"/>";
+        const auto ground = juce::String::toHexString (0xff000000u | (tag == "TextInput" ? textGround : displayGround));
+        return element (tag, "editable=\"onClick\" backgroundColour=\"" + ground + "\"",
+                        gfx + position (place) + sizeOf (place.width, place.height)
+                            + (parameter.isEmpty() ? juce::String() : linkTo (parameter)));
+    };
+
+    const auto actions = element ("actions", {}, "<action type=\"onMoreClick\" event=\"Restore Default Preset\"/>");
+
+    return field ("Display", "Feedback", feedbackText) + field ("DisplayFloat", "FX", fxText)
+           + field ("TextInput", "Stages Number", stagesText) + field ("TextInput", {}, freeText)
+           + element ("NumericDisplay", "digitsNum=\"5\" firstDigitOrder=\"10000\" minValue=\"0\"",
+                      position (frequencyDigits.place) + sizeOf (digitWidth, frequencyDigits.place.height)
+                          + "<gfx><digits resource=\"digits.png\"/></gfx>" + linkTo ("Center Frequency"))
+           + control (archive, "Rocker", rocker, {}, {}, actions)
+           + control (archive, "Knob", stagesKnob, {}, "Stages Number");
 }
 
 juce::MemoryBlock makeSkin (int width, int height, uint32_t background,
@@ -203,6 +250,8 @@ int main (int argc, char* argv[])
         || ! writeContainer (folder, "Test", makeSkin (width, height, background, makeControls))
         || ! writeContainer (folder, "Wide", makeSkin (wideWidth, wideHeight, background, makeControls))
         || ! writeContainer (folder, partsSkin, makeSkin (width, height, background, makePartsControls))
+        || ! writeContainer (folder, manyTagsSkin, makeSkin (width, height, background, makeManyTags))
+        || ! writeContainer (folder, fieldsSkin, makeSkin (width, height, background, makeFieldControls))
         || ! writeContainer (folder, "Other", makeSkin (otherWidth, otherHeight, otherBackground, nothing)))
     {
         std::cerr << "Can't write into " << folder.getFullPathName() << "\n";

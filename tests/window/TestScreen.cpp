@@ -137,6 +137,7 @@ unsigned long TestScreen::createWindow (int x, int y, int windowWidth, int windo
     const auto window =
         XCreateSimpleWindow (display, DefaultRootWindow (display), x, y, static_cast<unsigned int> (windowWidth),
                              static_cast<unsigned int> (windowHeight), 0, 0, 0);
+    XSelectInput (display, window, KeyPressMask);
     XMapWindow (display, window);
     XSync (display, False);
     return window;
@@ -154,6 +155,32 @@ void TestScreen::destroyWindow (unsigned long window)
     XSync (display, False);
 }
 
+void TestScreen::setFocus (unsigned long window)
+{
+    XSetInputFocus (display, window, RevertToParent, CurrentTime);
+    XSync (display, False);
+}
+
+unsigned long TestScreen::getFocus()
+{
+    Window window = 0;
+    int revertTo = 0;
+    XGetInputFocus (display, &window, &revertTo);
+    return window;
+}
+
+int TestScreen::countKeys (unsigned long window)
+{
+    XEvent event;
+    int count = 0;
+    XSync (display, False);
+
+    while (XCheckWindowEvent (display, window, KeyPressMask, &event) != False)
+        ++count;
+
+    return count;
+}
+
 int TestScreen::countWindows()
 {
     return countBelow (display, DefaultRootWindow (display));
@@ -164,6 +191,15 @@ void TestScreen::moveMouse (int x, int y)
 {
     XTestFakeMotionEvent (display, -1, x, y, CurrentTime);
     XSync (display, False);
+}
+
+std::pair<int, int> TestScreen::getMousePosition()
+{
+    Window root = 0, child = 0;
+    int x = 0, y = 0, windowX = 0, windowY = 0;
+    unsigned int buttons = 0;
+    XQueryPointer (display, DefaultRootWindow (display), &root, &child, &x, &y, &windowX, &windowY, &buttons);
+    return { x, y };
 }
 
 void TestScreen::pressButton (int button)

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <cstdint>
+#include <utility>
+
 #include <sys/types.h>
 
 struct _XDisplay;
@@ -30,6 +32,13 @@ public:
     void resizeWindow (unsigned long window, int windowWidth, int windowHeight);
     void destroyWindow (unsigned long window);
 
+    /** The window that X gives the keys to. */
+    void setFocus (unsigned long window);
+    unsigned long getFocus();
+
+    /** How often a key went down for a window of ours, since this was last asked. */
+    int countKeys (unsigned long window);
+
     /** How many windows the server keeps for everybody. */
     int countWindows();
 
@@ -37,6 +46,7 @@ public:
     static constexpr int leftButton = 1, rightButton = 3, wheelUp = 4, wheelDown = 5;
 
     void moveMouse (int x, int y);
+    std::pair<int, int> getMousePosition();
     void pressButton (int button);
     void releaseButton (int button);
 

@@ -14,6 +14,7 @@
 #include "PluginFolders.h"
 #include "PresetBank.h"
 #include "ShownPlugin.h"
+#include "browser/PackageExport.h"
 #include "content/Preset.h"
 #include "core/BasePlugin.h"
 #include "core/FrameworkIds.h"
@@ -90,12 +91,12 @@ void showImport (ShownPlugin& shown)
     const juce::TemporaryFile archive (".qvzip");
     showEditMode (editor);
 
-    std::vector<ContentItem*> items;
+    PackageExport package (archive.getFile());
 
     for (const auto& item : shown.getPlugin().getUserPresets()->getItems())
-        items.push_back (item.get());
+        package.add (*item);
 
-    if (! PackageImportExport::exportItems (items, archive.getFile()))
+    if (! package.write())
         throw Failure ("can't write " + archive.getFile().getFullPathName());
 
     editor.getBrowser()->importFile (archive.getFile());

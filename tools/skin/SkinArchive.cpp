@@ -17,10 +17,6 @@ namespace quilvane::skin
 namespace
 {
 
-// What the plug-in takes.
-constexpr ZipBounds containerBounds { maximumSkinBytes, 16, maximumSkinBytes, 2 * maximumSkinBytes };
-constexpr ZipBounds contentBounds { maximumSkinBytes, maximumSkinEntries, maximumSkinBytes, 2 * maximumSkinBytes };
-
 juce::String computeDigest (const juce::MemoryBlock& content)
 {
     return juce::MD5 (content).toHexString();
@@ -38,7 +34,7 @@ juce::MemoryBlock readMemberCalled (BoundedZip& archive, const juce::String& nam
 
 std::unique_ptr<BoundedZip> openContent (const juce::MemoryBlock& content)
 {
-    return BoundedZip::open (std::make_unique<juce::MemoryInputStream> (content, true), contentBounds);
+    return BoundedZip::open (std::make_unique<juce::MemoryInputStream> (content, true), skinContentBounds);
 }
 
 } // namespace
@@ -85,7 +81,7 @@ std::unique_ptr<BoundedZip> openSkin (const juce::File& file)
     if (! file.existsAsFile())
         throw Failure ("there is no file " + file.getFullPathName());
 
-    const auto container = BoundedZip::open (file.createInputStream(), containerBounds);
+    const auto container = BoundedZip::open (file.createInputStream(), skinContainerBounds);
 
     if (container == nullptr)
         throw Failure (file.getFullPathName() + " is damaged, too large, or not a skin");
@@ -107,7 +103,7 @@ std::unique_ptr<BoundedZip> openSkin (const juce::File& file)
 
 juce::MemoryBlock readMember (BoundedZip& archive, int index)
 {
-    const auto stream = archive.openEntry (index, contentBounds.archiveBytes);
+    const auto stream = archive.openEntry (index, skinContentBounds.archiveBytes);
     juce::MemoryBlock data;
 
     if (stream == nullptr)

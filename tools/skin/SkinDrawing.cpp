@@ -155,7 +155,7 @@ void SkinDrawing::drawPanel (const juce::XmlElement& element, juce::Rectangle<in
     auto image = makeImage (bounds.getWidth(), bounds.getHeight());
     canvas.copyTo (image, 0, 0);
     keepImage (imageName, {}, image);
-    numPixelsInMemory += image.getWidth() * image.getHeight();
+    imagesOfControls.insert (imageName);
 
     if (! isShown)
         return;
@@ -233,7 +233,7 @@ void SkinDrawing::addStripControl (PanelInProgress& panel, const juce::XmlElemen
                   {} };
     const auto imageName = requireAttribute (element, "image");
     const auto& strip = drawStrip (*pieces, imageName, width, height, numFrames, local);
-    numPixelsInMemory += strip.getWidth() * strip.getHeight();
+    imagesOfControls.insert (imageName);
 
     if (const auto* under = pieces->getChildByName ("under"))
     {
@@ -297,6 +297,16 @@ const juce::Image& SkinDrawing::drawStrip (const juce::XmlElement& pieces, const
     return keepImage (name, description, strip);
 }
 
+juce::int64 SkinDrawing::getNumPixelsInMemory() const
+{
+    juce::int64 pixels = 0;
+
+    for (const auto& name : imagesOfControls)
+        pixels += static_cast<juce::int64> (images.at (name).getWidth()) * images.at (name).getHeight();
+
+    return pixels;
+}
+
 const juce::Image& SkinDrawing::keepImage (const juce::String& name, const juce::String& description,
                                            const juce::Image& image)
 {
@@ -319,7 +329,7 @@ void SkinDrawing::addDisplay (PanelInProgress& panel, const juce::XmlElement& el
 {
     const auto& font = source.find ("BitmapFont", requireAttribute (element, "font"));
     const auto& strip = drawFont (font);
-    numPixelsInMemory += strip.getWidth() * strip.getHeight();
+    imagesOfControls.insert (requireAttribute (font, "image"));
 
     const auto cellWidth = strip.getWidth();
     const auto cellHeight = strip.getHeight() / numFontRows;
@@ -328,7 +338,9 @@ void SkinDrawing::addDisplay (PanelInProgress& panel, const juce::XmlElement& el
 
     auto* control = panel.controls.createNewChildElement ("Display");
     control->setAttribute ("name", requireAttribute (element, "name"));
-    control->setAttribute ("readonly", "yes");
+
+    if (element.hasAttribute ("readonly"))
+        control->setAttribute ("readonly", element.getStringAttribute ("readonly"));
 
     auto* gfx = control->createNewChildElement ("gfx");
     gfx->setAttribute ("resource", requireAttribute (font, "image"));

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 
 #include "Canvas.h"
 #include "Painter.h"
@@ -28,8 +29,8 @@ public:
     /** The whole panel, with each control as its attribute "preview" says. */
     juce::Image getPreview() const { return preview; }
 
-    /** The pixels of all images that the controls hold, one copy a control. */
-    juce::int64 getNumPixelsInMemory() const noexcept { return numPixelsInMemory; }
+    /** The pixels of all images that the controls hold; they share an image of one name. */
+    juce::int64 getNumPixelsInMemory() const;
 
 private:
     struct PanelInProgress;
@@ -53,7 +54,7 @@ private:
     std::map<juce::String, juce::String> descriptions; // of the images, to tell whether two uses agree
     juce::XmlElement document { "PluginEditor" };
     juce::Image preview;
-    juce::int64 numPixelsInMemory = 0;
+    std::set<juce::String> imagesOfControls;
 };
 
 } // namespace quilvane::skin

@@ -7,9 +7,10 @@
 #include "Options.h"
 #include "PrintableText.h"
 #include "SkinArchive.h"
-#include "parameters/BoundedXml.h"
-#include "skin/BoundedImage.h"
+#include "product/Quilvane.h"
+#include "skin/GFXPanel.h"
 #include "skin/SkinFile.h"
+#include "skin/SkinProblems.h"
 
 namespace quilvane::skin
 {
@@ -17,40 +18,23 @@ namespace quilvane::skin
 namespace
 {
 
-/** The attributes of all elements that may name an image. */
-constexpr const char* imageAttributes[] { "resource",    "background", "firstDigit",
-                                          "secondDigit", "thirdDigit", "fourthDigit" };
-
-void checkImage (const juce::MemoryBlock& data, const juce::String& name)
+/** Previews that are there but can't be shown. */
+void checkPreviews (SkinFile& skin, const BoundedZip& archive, SkinProblems& problems)
 {
-    if (! decodeBoundedImage (data.getData(), data.getSize(), maximumSkinPixels).isValid())
-        throw Failure ("the image \"" + name + "\" is damaged, too large, or none that the plug-in reads");
+    for (const auto* name : { SkinFile::backgroundName, SkinFile::thumbnailName })
+        if (archive.findEntry (name) >= 0 && ! skin.getImage (name).isValid())
+            problems.add (nullptr, juce::String ("the preview \"") + name + "\" is no image that the plug-in reads");
 }
 
-void checkResources (const juce::XmlElement& element, BoundedZip& archive, juce::StringArray& known)
+/** In the form of compilers, so that editors can go to the line. */
+void print (const SkinProblems::Problem& problem)
 {
-    for (const auto* attribute : imageAttributes)
-    {
-        const auto& name = element.getStringAttribute (attribute);
+    juce::String line (SkinFile::documentName);
 
-        if (name.isEmpty() || known.contains (name))
-            continue;
+    if (problem.line > 0)
+        line << ":" << problem.line << ": " << problem.place;
 
-        const auto index = archive.findEntry (name);
-
-        if (index < 0)
-            throw Failure ("there is no member \"" + printable (name) + "\", which the document names");
-
-        checkImage (readMember (archive, index), printable (name));
-        known.add (name);
-    }
-
-    if (element.hasTagName ("font") && element.hasAttribute ("file")
-        && archive.findEntry (element.getStringAttribute ("file")) < 0)
-        throw Failure ("there is no font \"" + printable (element.getStringAttribute ("file")) + "\"");
-
-    for (const auto* child : element.getChildIterator())
-        checkResources (*child, archive, known);
+    std::cout << printable (line + ": " + problem.text) << "\n";
 }
 
 void runVerify (const juce::ArgumentList& arguments)
@@ -59,38 +43,39 @@ void runVerify (const juce::ArgumentList& arguments)
     const auto& names = options.requirePositional (1, 1, "one file, FILE.k7rskin");
     const auto file = resolveFile (names[0]);
     const auto archive = openSkin (file);
-    const auto index = archive->findEntry (SkinFile::documentName);
+    const auto name = file.getFileNameWithoutExtension();
 
-    if (index < 0)
-        throw Failure (file.getFullPathName() + " has no " + SkinFile::documentName);
+    // Without a processor: it reads no file of the user's, and leaves none.
+    Quilvane plugin;
+    SkinProblems problems;
 
-    const auto document = parseBoundedXml (readMember (*archive, index).toString());
+    SkinFile skin (plugin, SkinFile::Source::file, name, file.getParentDirectory());
+    skin.setProblems (&problems);
+    const auto panel = skin.loadEditorPanel();
 
-    if (document == nullptr || ! document->getTagName().equalsIgnoreCase ("PluginEditor"))
-        throw Failure ("the document of " + file.getFullPathName() + " is not that of a skin");
+    SkinFile previews (plugin, SkinFile::Source::file, name, file.getParentDirectory());
+    checkPreviews (previews, *archive, problems);
+    const auto found = problems.getProblems();
 
-    juce::StringArray images;
+    for (const auto& problem : found)
+        print (problem);
 
-    // What lists of skins show; a skin may do without them.
-    for (const auto* name : { SkinFile::backgroundName, SkinFile::thumbnailName })
-        if (const auto preview = archive->findEntry (name); preview >= 0)
-        {
-            checkImage (readMember (*archive, preview), name);
-            images.add (name);
-        }
+    if (! found.empty())
+        throw Failure (file.getFileName() + " has " + juce::String (found.size())
+                       + (found.size() == 1 ? " problem" : " problems"));
 
-    checkResources (*document, *archive, images);
-    std::cout << file.getFileName() << ": " << archive->getNumEntries() << " members, " << images.size()
-              << " images; the digest is right" << std::endl;
+    std::cout << file.getFileName() << ": " << archive->getNumEntries() << " members, "
+              << skin.getNumImages() + previews.getNumImages() << " images; the digest is right" << std::endl;
 }
 
 } // namespace
 
 juce::ConsoleApplication::Command makeVerifyCommand()
 {
-    return { "verify", "verify FILE.k7rskin", "Checks a skin's digest, document and images",
-             "Opens the skin as the plug-in does, reads its document, and decodes each image that the document\n"
-             "names.",
+    return { "verify", "verify FILE.k7rskin", "Tells what in a skin the plug-in can't show",
+             "Opens the skin and builds its panel as the plug-in does. All that it can't show is listed with the\n"
+             "element and its line: images and fonts that can't be read, names that mean nothing, parameters and\n"
+             "events that there aren't, and what is beyond the bounds of skins.",
              runVerify };
 }
 
