@@ -104,6 +104,7 @@ std::vector<ContentSource::Listing> PresetsDirectoryContent::listItems() const
     const auto now = juce::Time::currentTimeMillis();
     std::vector<Listing> result;
     std::map<juce::String, Header> found;
+    TagBudget budget;
 
     for (const auto& entry : listFiles())
     {
@@ -116,7 +117,11 @@ std::vector<ContentSource::Listing> PresetsDirectoryContent::listItems() const
         const auto known = headers.find (fileName);
 
         if (known != headers.end() && known->second.isOf (entry))
-            found.insert (*known);
+        {
+            auto kept = known->second;
+            kept.listing.tags = budget.take (kept.listing.tags);
+            found.emplace (fileName, std::move (kept));
+        }
         else
         {
             Preset header;
@@ -124,7 +129,7 @@ std::vector<ContentSource::Listing> PresetsDirectoryContent::listItems() const
             found.emplace (fileName, Header { entry.getFileSize(),
                                               entry.getModificationTime().toMilliseconds(),
                                               now,
-                                              { header.name, header.tags } });
+                                              { header.name, budget.take (header.tags) } });
         }
 
         result.push_back (found.at (fileName).listing);

@@ -34,6 +34,7 @@ PresetsPackageContent::PresetsPackageContent (PresetHost& presetHost, const juce
 std::vector<ContentSource::Listing> PresetsPackageContent::listItems() const
 {
     std::vector<Listing> result;
+    TagBudget budget;
 
     for (int i = 0; i < package.getNumEntries(); ++i)
     {
@@ -52,7 +53,7 @@ std::vector<ContentSource::Listing> PresetsPackageContent::listItems() const
 
         Preset header;
         readEntry (header, entryName, *stream, Preset::Extent::header);
-        result.push_back ({ header.name, header.tags });
+        result.push_back ({ header.name, budget.take (header.tags) });
     }
 
     return result;

@@ -120,4 +120,22 @@ TagSet TagSet::getSubset (int categoryPosition) const
     return result;
 }
 
+//==============================================================================
+TagSet TagBudget::take (const TagSet& tags)
+{
+    size_t needed = 0;
+
+    for (const auto& category : tags.getCategories())
+        needed += 1 + static_cast<size_t> (category.tags.size());
+
+    if (needed > room)
+    {
+        room = 0;
+        return {};
+    }
+
+    room -= needed;
+    return tags;
+}
+
 } // namespace quilvane

@@ -67,4 +67,17 @@ private:
     std::vector<Category> categories;
 };
 
+/** The tags that a list of items may hold in memory, all copies counted; 10,000 presets of 50 tags come to just that. */
+class TagBudget
+{
+public:
+    static constexpr size_t maximumTags = 500'000;
+
+    /** Returns the tags while there is room for them, and none from then on. */
+    TagSet take (const TagSet&);
+
+private:
+    size_t room = maximumTags;
+};
+
 } // namespace quilvane

@@ -300,7 +300,7 @@ private:
 
     HostParameterMap hostMap;
     juce::ChangeBroadcaster hostMapBroadcaster;
-    int numHostParameters = 128;
+    std::atomic<int> numHostParameters { 128 };
     EventsMap events;
     MidiControlMap midiControlMap;
 

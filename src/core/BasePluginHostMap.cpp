@@ -3,6 +3,9 @@
 // The host's view of the parameters, and the documents that change it.
 
 #include "core/BasePlugin.h"
+
+#include <algorithm>
+
 #include "core/PluginAudioProcessor.h"
 #include "parameters/BoundedXml.h"
 
@@ -18,6 +21,18 @@ constexpr const char* assignTag = "assign";
 constexpr const char* nameAttribute = "name";
 constexpr const char* indexAttribute = "hostParam";
 constexpr const char* parameterAttribute = "pluginParam";
+
+/** Puts a parameter at an index as setHostParameter() does: it leaves its old one, and one that may not be automated
+    gets none. */
+void place (HostParameterMap::Table& table, int hostIndex, Parameter* parameter)
+{
+    if (parameter != nullptr)
+        std::replace (table.begin(), table.end(), parameter, static_cast<Parameter*> (nullptr));
+
+    if (juce::isPositiveAndBelow (hostIndex, static_cast<int> (table.size()))
+        && (parameter == nullptr || parameter->isAutomatable()))
+        table[static_cast<size_t> (hostIndex)] = parameter;
+}
 
 } // namespace
 
@@ -118,12 +133,17 @@ bool BasePlugin::loadHostMapXml (const juce::XmlElement& xml)
         || ! xml.getStringAttribute (nameAttribute).equalsIgnoreCase (getProductName()))
         return false;
 
-    hostMap.clearAll();
+    HostParameterMap::Table table {};
+    const auto numIndexes = getNumHostParameters();
 
     for (const auto* assign : xml.getChildWithTagNameIterator (assignTag))
-        setHostParameter (juce::jmax (0, assign->getIntAttribute (indexAttribute)) - 1,
-                          parameters->getParameterByName (assign->getStringAttribute (parameterAttribute)), false);
+    {
+        const auto index = juce::jmax (0, assign->getIntAttribute (indexAttribute)) - 1;
+        place (table, index < numIndexes ? index : HostParameterMap::unmapped,
+               parameters->getParameterByName (assign->getStringAttribute (parameterAttribute)));
+    }
 
+    hostMap.replaceAll (table);
     tellOfHostMap();
     return true;
 }
@@ -154,14 +174,24 @@ std::unique_ptr<juce::XmlElement> BasePlugin::createHostMapXml() const
 
 void BasePlugin::assignHostParameters()
 {
-    if (! usesHostParameterMap() || ! hasPresets())
-        return;
+    HostParameterMap::Table table {};
 
-    numHostParameters = 0;
+    if (usesHostParameterMap() && hasPresets())
+    {
+        int numAssigned = 0;
 
-    for (const auto& parameter : parameters->getParameters())
-        if (juce::isPositiveAndBelow (parameter->getId(), getNumPresetParameters()) && parameter->isAutomatable())
-            setHostParameter (numHostParameters++, parameter.get(), false);
+        for (const auto& parameter : parameters->getParameters())
+            if (juce::isPositiveAndBelow (parameter->getId(), getNumPresetParameters()) && parameter->isAutomatable())
+                place (table, numAssigned++, parameter.get());
+
+        numHostParameters = numAssigned;
+
+        // A product may show the host fewer.
+        std::fill (table.begin() + juce::jlimit (0, HostParameterMap::capacity, getNumHostParameters()), table.end(),
+                   nullptr);
+    }
+
+    hostMap.replaceAll (table);
 }
 
 bool BasePlugin::loadEmbeddedHostMap()
@@ -175,7 +205,6 @@ void BasePlugin::resetHostMap()
     if (loadEmbeddedHostMap())
         return;
 
-    hostMap.clearAll();
     assignHostParameters();
     tellOfHostMap();
 }

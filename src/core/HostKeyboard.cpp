@@ -30,10 +30,11 @@ bool isPressUntold()
            && ! juce::Desktop::getInstance().getMainMouseSource().isDragging();
 }
 
-/** Ignores errors of the server: windows of others may go at any time, and an error ends most hosts. */
+/** Ignores errors of our connection to the server: windows of others may go at any time, and an error ends most hosts.
+    The handler is the process's, so errors of the host's own connections go on to its own handler. */
 struct ScopedErrors
 {
-    ScopedErrors() : before (x11().xSetErrorHandler (ignore)) {}
+    ScopedErrors() { before = x11().xSetErrorHandler (ignore); }
 
     ~ScopedErrors()
     {
@@ -41,10 +42,37 @@ struct ScopedErrors
         x11().xSetErrorHandler (before);
     }
 
-    static int ignore (::Display*, XErrorEvent*) { return 0; }
+    static int ignore (::Display* display, XErrorEvent* event)
+    {
+        return display == getDisplay() || before == nullptr ? 0 : before (display, event);
+    }
 
-    const XErrorHandler before;
+    static inline XErrorHandler before = nullptr;
 };
+
+bool canTakeFocus (::Window window)
+{
+    if (window == None || window == PointerRoot)
+        return true;
+
+    XWindowAttributes attributes;
+    return x11().xGetWindowAttributes (getDisplay(), window, &attributes) != 0 && attributes.map_state == IsViewable;
+}
+
+::Window getParent (::Window window)
+{
+    ::Window root = None, parent = None;
+    ::Window* children = nullptr;
+    unsigned int numChildren = 0;
+
+    if (x11().xQueryTree (getDisplay(), window, &root, &parent, &children, &numChildren) == 0)
+        return None;
+
+    if (children != nullptr)
+        x11().xFree (children);
+
+    return parent == root ? PointerRoot : parent;
+}
 
 } // namespace
 
@@ -168,6 +196,10 @@ void HostKeyboard::giveBack()
     for (const auto* turn = first; turn != nullptr; turn = turn->next)
         if (const auto* other = Requests::find (target); other != nullptr && other->holder != 0)
             target = other->holder;
+
+    // The window that had it may be gone by now; the one that ours lies in is the host's, too.
+    if (! canTakeFocus (target))
+        target = getParent (getHandle());
 
     Requests::original (getDisplay(), target, RevertToParent, CurrentTime);
 }

@@ -62,7 +62,13 @@ void BasePluginEditor::loadState (const juce::XmlElement& parent)
         return;
 
     if (juce::MessageManager::existsAndIsCurrentThread())
-        return switchSkin (name);
+    {
+        // A skin that is missing must not hide the present one, not even for a moment.
+        if (skinPanel == nullptr || findSkins().contains (name, true))
+            switchSkin (name);
+
+        return;
+    }
 
     setWantedSkin (name);
     triggerAsyncUpdate();

@@ -118,7 +118,8 @@ bool FloatParameter::setTypedNumber (double number, bool notify)
     // A range may be wider than its curve, whose ends are what can be seen and automated.
     const auto lowest = juce::jlimit (minimum, maximum, normalisedToValue (0.0f));
     const auto highest = juce::jlimit (lowest, maximum, normalisedToValue (1.0f));
-    setFloat (static_cast<float> (juce::jlimit<double> (lowest, highest, number)), notify);
+    setFloat (static_cast<float> (juce::jlimit (static_cast<double> (lowest), static_cast<double> (highest), number)),
+              notify);
     return true;
 }
 

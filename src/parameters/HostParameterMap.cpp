@@ -32,10 +32,16 @@ bool HostParameterMap::clear (int hostIndex) noexcept
     return isValid (hostIndex) && at (hostIndex).parameter.exchange (nullptr) != nullptr;
 }
 
-void HostParameterMap::clearAll() noexcept
+void HostParameterMap::replaceAll (const Table& table) noexcept
 {
-    for (auto& slot : slots)
-        slot.parameter = nullptr;
+    // All that leave go first, so that no look-up finds a parameter at two indexes.
+    for (std::size_t i = 0; i < table.size(); ++i)
+        if (slots[i].parameter.load (std::memory_order_relaxed) != table[i])
+            slots[i].parameter = nullptr;
+
+    for (std::size_t i = 0; i < table.size(); ++i)
+        if (slots[i].parameter.load (std::memory_order_relaxed) != table[i])
+            slots[i].parameter = table[i];
 }
 
 float HostParameterMap::getHostValue (int hostIndex) const noexcept

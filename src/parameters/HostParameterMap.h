@@ -25,6 +25,9 @@ public:
     static constexpr int capacity = 256;
     static constexpr int unmapped = -1;
 
+    /** Who stands at each index; null where nobody does. Not owned. */
+    using Table = std::array<Parameter*, capacity>;
+
     /** The parameter at a host index; null if none is mapped or the index is out of range. */
     Parameter* get (int hostIndex) const noexcept;
 
@@ -38,7 +41,8 @@ public:
     /** Empties an index; returns whether it held a parameter. Message thread. */
     bool clear (int hostIndex) noexcept;
 
-    void clearAll() noexcept;
+    /** Makes the table the assignment. Indexes that don't change are never empty on the way. Message thread. */
+    void replaceAll (const Table&) noexcept;
 
     //==============================================================================
     /** The last normalised value that the host set at an index, mapped or not. */

@@ -117,6 +117,8 @@ void GFXDisplay::mouseDown (const juce::MouseEvent& e)
 
     if (! isEditing)
         startEditing();
+    else
+        clearSelection();
 
     if (isShowing())
         grabKeyboardFocus();
@@ -146,6 +148,7 @@ void GFXDisplay::startEditing()
     isEditing = true;
     caretPosition = text.length();
     caretVisible = true;
+    allIsSelected = getParameter() != nullptr && ! isName();
     editStartText = text;
     startTimer (caretIntervalMs);
     fieldWatcher.start();
@@ -227,6 +230,8 @@ bool GFXDisplay::edit (const juce::KeyPress& key)
     if (! juce::CharacterFunctions::isPrintable (character))
         return false;
 
+    removeSelected();
+
     if (text.length() < longestShownText)
     {
         text =
@@ -247,11 +252,14 @@ bool GFXDisplay::editWithControlKey (int code)
         stopEditing (false);
     else if (code == juce::KeyPress::backspaceKey)
     {
-        if (caretPosition > 0)
+        if (! removeSelected() && caretPosition > 0)
             removeAt (--caretPosition);
     }
     else if (code == juce::KeyPress::deleteKey)
-        removeAt (caretPosition);
+    {
+        if (! removeSelected())
+            removeAt (caretPosition);
+    }
     else if (code == juce::KeyPress::homeKey)
         caretPosition = 0;
     else if (code == juce::KeyPress::endKey)
@@ -263,7 +271,24 @@ bool GFXDisplay::editWithControlKey (int code)
     else
         return false;
 
+    clearSelection();
     return true;
+}
+
+bool GFXDisplay::removeSelected()
+{
+    if (! std::exchange (allIsSelected, false))
+        return false;
+
+    text.clear();
+    caretPosition = 0;
+    return true;
+}
+
+void GFXDisplay::clearSelection()
+{
+    if (std::exchange (allIsSelected, false))
+        repaint();
 }
 
 //==============================================================================
@@ -285,6 +310,7 @@ void GFXDisplay::paint (juce::Graphics& g)
 
     const auto shown = getShownText();
     const auto withCaret = isEditing && caretVisible;
+    const auto isSelected = isEditing && allIsSelected;
 
     if (! font.isValid())
         return paintPlain (g, shown, withCaret);
@@ -303,12 +329,19 @@ void GFXDisplay::paint (juce::Graphics& g)
         if (character.isEmpty() && ! atCaret)
             break;
 
-        font.draw (g, character.isEmpty() ? ' ' : character.getAndAdvance(), column * font.getGlyphWidth(), atCaret);
+        const auto isMarked = atCaret || (isSelected && ! character.isEmpty());
+        font.draw (g, character.isEmpty() ? ' ' : character.getAndAdvance(), column * font.getGlyphWidth(), isMarked);
     }
 }
 
 void GFXDisplay::paintPlain (juce::Graphics& g, const juce::String& shown, bool withCaret)
 {
+    if (isEditing && allIsSelected)
+    {
+        g.setColour (findColour (juce::CaretComponent::caretColourId).withMultipliedAlpha (0.5f));
+        g.fillRect (0, 0, g.getCurrentFont().getStringWidth (shown), getHeight());
+    }
+
     g.setColour (juce::Colours::white);
     g.drawText (shown, getLocalBounds(), juce::Justification::centredLeft, isName());
 

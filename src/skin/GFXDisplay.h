@@ -11,7 +11,8 @@ namespace quilvane
 
 /** Shows a text in a bitmap font, from its left edge on, and lets the user edit it in place.
 
-    What was typed goes to the parameter. A text that names none of its values is refused, and what stood there comes
+    A click on a value selects the whole of it, so that the first character that is typed replaces it; in any other
+    text the caret stands behind the last character. What was typed goes to the parameter. A text that names none of its values is refused, and what stood there comes
     back. A name that is too long ends in an ellipsis; the tooltip tells the whole of what is cut off.
 */
 class GFXDisplay : public GUIController, public juce::Component, public juce::TooltipClient, private juce::Timer
@@ -62,6 +63,8 @@ private:
     void stopEditing (bool keepsText);
     bool edit (const juce::KeyPress&);
     bool editWithControlKey (int code);
+    bool removeSelected();
+    void clearSelection();
     void showCaret();
     juce::String getShownText() const;
     bool isName() const;
@@ -73,6 +76,7 @@ private:
     juce::String editStartText;
     bool isEditing = false;
     bool caretVisible = false;
+    bool allIsSelected = false; // while a value is edited, until the first key
     int caretPosition = 0;
     int firstVisible = 0; // the character at the left edge
     ListenerArray<TextListener> textListeners;

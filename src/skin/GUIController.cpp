@@ -127,11 +127,15 @@ bool GUIController::sendTyped (Setter&& set)
     if (linkMuted || linkedParameter == nullptr)
         return false;
 
-    // What is refused is no gesture.
+    // A text that is refused makes no gesture, and neither does one that changes nothing.
     const auto probe = linkedParameter->clone (linkedParameter->getId(), linkedParameter->getName());
 
     if (! set (*probe, false))
         return false;
+
+    if (probe->getNormalised() == linkedParameter->getNormalised()
+        && probe->getDisplayText() == linkedParameter->getDisplayText())
+        return true;
 
     beginGesture();
     set (*linkedParameter, true);

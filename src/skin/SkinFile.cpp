@@ -9,6 +9,7 @@
 
 #include "core/BasePlugin.h"
 #include "parameters/BoundedXml.h"
+#include "parameters/SafeFile.h"
 #include "skin/BoundedFont.h"
 #include "skin/BoundedImage.h"
 #include "skin/GFXPanel.h"
@@ -37,17 +38,17 @@ juce::MemoryBlock readWhole (std::unique_ptr<juce::InputStream> stream)
     return data;
 }
 
-/** Devices and pipes, which could block, have no size. */
-bool isRegular (const juce::File& file, juce::int64 maximumBytes)
+/** Devices and pipes could block. */
+bool isReadable (const juce::File& file, juce::int64 maximumBytes)
 {
-    return file.existsAsFile() && file.getSize() > 0 && file.getSize() <= maximumBytes;
+    return isRegularFile (file) && file.getSize() <= maximumBytes;
 }
 
 juce::MemoryBlock readFile (const juce::File& file, juce::int64 maximumBytes)
 {
     juce::MemoryBlock data;
 
-    if (isRegular (file, maximumBytes))
+    if (isReadable (file, maximumBytes))
         file.loadFileAsData (data);
 
     return data;
@@ -84,7 +85,7 @@ void SkinFile::openArchives()
     if (source == Source::memory)
         stream = std::make_unique<juce::MemoryInputStream> (memoryData, memorySize, false);
     else if (const auto file = directory.getChildFile (name + fileExtension);
-             file.getParentDirectory() == directory && isRegular (file, maximumSkinBytes))
+             file.getParentDirectory() == directory && isReadable (file, maximumSkinBytes))
         stream = file.createInputStream();
 
     if (stream == nullptr)

@@ -657,4 +657,17 @@ TEST_F (PresetFiles, WithMoreTagsThanAnyoneUsesAreReadInNoTime)
     }
 
     EXPECT_EQ (countTags (content.getItems()[0]->tags), TagSet::maximumTags);
+
+    // All together have a bound, too, also where the folder is read again.
+    for (int reload = 0; reload < 2; ++reload)
+    {
+        size_t total = 0;
+
+        for (const auto& item : content.getItems())
+            total += static_cast<size_t> (countTags (item->tags));
+
+        EXPECT_GT (total, TagBudget::maximumTags / 2);
+        EXPECT_LE (total, TagBudget::maximumTags);
+        content.reload();
+    }
 }

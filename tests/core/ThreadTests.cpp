@@ -161,3 +161,26 @@ TEST (Threads, LearnAndTakeBackWhileControllersMove)
     EXPECT_EQ (numLost, 0) << "a displaced parameter was forgotten";
     EXPECT_EQ (numNotBack, 0) << "something of a cancelled learn stayed";
 }
+
+TEST (Threads, AMapThatIsLoadedAgainIsNeverEmptyOnTheWay)
+{
+    PluginInTest plugin (48000.0, 128);
+    auto& base = plugin.processor.getPlugin();
+    std::atomic<bool> ends { false };
+    std::atomic<int> misses { 0 }, looks { 0 };
+
+    std::thread automation (
+        [&]
+        {
+            for (; ! ends; ++looks)
+                if (base.getHostParameterName (0) != "LFO 1 Sync" || base.getHostParameterName (16) != "FX")
+                    ++misses;
+        });
+
+    for (int i = 0; i < 300 || looks < 1000; ++i)
+        base.resetHostMap();
+
+    ends = true;
+    automation.join();
+    EXPECT_EQ (misses, 0);
+}

@@ -59,14 +59,16 @@ protected:
     }
 
     /** Clicks a field, takes out what stands there, and types. */
-    void typeOver (const testskin::Place& field, const std::string& text, const char* endKey = "Return")
+    void typeOver (const testskin::Place& field, const std::string& text, const char* endKey = "Return",
+                   int numErased = 8)
     {
         window->settle(); // the click isn't the second of a double one
         std::this_thread::sleep_for (doubleClickTime);
         instance().clearAutomations();
         window->click (field);
+        window->settle(); // the keyboard comes after the click
 
-        for (int i = 0; i < 8; ++i)
+        for (int i = 0; i < numErased; ++i)
             window->type ("BackSpace");
 
         typeText (text);
@@ -147,7 +149,7 @@ TEST_F (EditorFields, GiveWhatIsTypedToTheHost)
     for (const auto& [typed, shown, isTaken] : cases)
     {
         const auto text = std::string (typed);
-        typeOver (feedbackText, text == "-3" ? "" : text, text == "-3" ? "minus" : "Return");
+        typeOver (feedbackText, text == "-3" ? "" : text, text == "-3" ? "minus" : "Return", 0);
 
         if (text == "-3")
         {
@@ -158,6 +160,19 @@ TEST_F (EditorFields, GiveWhatIsTypedToTheHost)
         isTaken ? expectOneValue (feedback, shown) : expectNothing (feedback, shown);
         EXPECT_TRUE (window->waitToRead (feedbackText, shown)) << typed;
     }
+
+    // What is there already makes no gesture, however it came there.
+    typeOver (feedbackText, "7.6", "Return", 0);
+    expectNothing (feedback, "7%");
+
+    // An arrow takes the selection away, and the text stays.
+    typeOver (feedbackText, "", "Left", 0);
+    EXPECT_TRUE (window->waitToRead (feedbackText, "7|%"));
+    typeText ("1");
+    window->type ("Return");
+    expectOneValue (feedback, "71%");
+    typeOver (feedbackText, "7", "Return", 0);
+    expectOneValue (feedback, "7%");
 
     // The field lies in the editor, on its own ground, and capitals can be typed into it.
     typeOver (feedbackText, "Ab", "Left");

@@ -206,10 +206,9 @@ TEST_F (EditorWindow, AStateBringsItsSkinIfThereIsSuchAOne)
     EXPECT_EQ (window.getEditorSize().width, testskin::width);
     expectWholeDrag (window);
 
-    // A skin that is missing changes nothing, and isn't kept either.
+    // A skin that is missing changes nothing, not even for a moment, and isn't kept either.
     instance.setChunk (chunkWithSkin (instance, test, absent));
-    window.settle();
-    EXPECT_EQ (window.getPixel (1, 1), testskin::background);
+    EXPECT_FALSE (window.waitFor ([&] { return window.getPixel (1, 1) != testskin::background; }, 80ms));
     expectWholeDrag (window);
     const auto kept = instance.getChunk();
     EXPECT_NE (std::search (kept.begin(), kept.end(), test.begin(), test.end()), kept.end());
