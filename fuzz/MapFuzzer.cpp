@@ -4,13 +4,14 @@
 
 #include "FuzzedPlugin.h"
 #include "parameters/BoundedXml.h"
+#include "parameters/SafeFile.h"
 
 extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size);
 
 extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
 {
     auto& plugin = getFuzzedPlugin();
-    const auto text = juce::String::createStringFromData (data, static_cast<int> (size));
+    const auto text = quilvane::decodeText (data, size);
 
     if (const auto xml = quilvane::parseBoundedXml (text))
     {

@@ -114,7 +114,9 @@ void useControls (juce::Component& component)
 {
     constexpr int mostCells = 11; // of a number: a sign and ten digits
 
-    require (component.getWidth() <= mostCells * maximumControlSize && component.getHeight() <= maximumControlSize);
+    // The text that is edited may be as wide as its font makes it; its field isn't.
+    if (component.findParentComponentOfClass<juce::TextEditor>() == nullptr)
+        require (component.getWidth() <= mostCells * maximumControlSize && component.getHeight() <= maximumControlSize);
 
     component.mouseWheelMove (Mouse (component).event ({ 1, 1 }, false), { 0.0f, 0.5f, false, false, false });
 

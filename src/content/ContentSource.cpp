@@ -25,8 +25,7 @@ bool writeStream (juce::InputStream& stream, const juce::File& file)
     if (stream.readIntoMemoryBlock (bytes, maximumItemBytes + 1) > maximumItemBytes)
         return false;
 
-    return replaceFileSafely (file,
-                              juce::String::createStringFromData (bytes.getData(), static_cast<int> (bytes.getSize())));
+    return replaceFileSafely (file, decodeText (bytes.getData(), bytes.getSize()));
 }
 
 /** A name that no point ends before its time. */

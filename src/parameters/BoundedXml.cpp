@@ -392,9 +392,8 @@ std::unique_ptr<juce::XmlElement> parseBoundedXmlHead (const juce::String& text)
 juce::String readBoundedText (const juce::File& file)
 {
     juce::MemoryBlock bytes;
-    return readRegularFile (file, maximumXmlBytes, bytes)
-               ? juce::String::createStringFromData (bytes.getData(), static_cast<int> (bytes.getSize()))
-               : juce::String();
+    return readRegularFile (file, maximumXmlBytes, bytes) ? decodeText (bytes.getData(), bytes.getSize())
+                                                          : juce::String();
 }
 
 std::unique_ptr<juce::XmlElement> parseBoundedXml (const juce::File& file)

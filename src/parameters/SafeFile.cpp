@@ -185,6 +185,17 @@ bool replaceFileSafely (const juce::File& file, const juce::XmlElement& xml)
 }
 
 //==============================================================================
+juce::String decodeText (const void* bytes, size_t numBytes)
+{
+    constexpr size_t markBytes = 3;
+
+    // JUCE would read on behind a mark that stands alone.
+    if (numBytes == markBytes && juce::CharPointer_UTF8::isByteOrderMark (bytes))
+        return {};
+
+    return juce::String::createStringFromData (bytes, static_cast<int> (numBytes));
+}
+
 bool isRegularFile (const juce::File& file)
 {
     std::error_code error;

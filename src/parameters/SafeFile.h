@@ -34,6 +34,9 @@ bool readRegularFile (const juce::File&, size_t maximumBytes, juce::MemoryBlock&
 /** Whether there is a regular file, or a link that leads to one. */
 bool isRegularFile (const juce::File&);
 
+/** Returns the text of a file's bytes: UTF-8, UTF-16 with a byte order mark, or else Windows-1252. */
+juce::String decodeText (const void* bytes, size_t numBytes);
+
 /** Renames a file over another one, in one step or not at all. */
 bool renameFile (const juce::File& from, const juce::File& to);
 
