@@ -17,12 +17,13 @@
 #include "BrowserBench.h"
 #include "EditorBench.h"
 #include "core/FrameworkIds.h"
-#include "dsp/QuilvaneCore.h"
+#include "dsp/phaser/QuilvaneCore.h"
 #include "reference/ReferencePhaser.h"
 #include "support/PluginInTest.h"
 #include "support/PortableEffect.h"
 #include "support/Signals.h"
 
+using namespace K7R;
 using namespace quilvane;
 
 namespace

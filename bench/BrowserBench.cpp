@@ -21,7 +21,7 @@
 namespace
 {
 
-using namespace quilvane;
+using namespace K7R;
 using host::ShownPlugin;
 
 constexpr int numPresets = 10000;

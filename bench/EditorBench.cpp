@@ -16,7 +16,7 @@
 namespace
 {
 
-using namespace quilvane;
+using namespace K7R;
 using host::ShownPlugin;
 
 constexpr int repetitions = 7;

@@ -26,7 +26,7 @@ public:
         home.deleteRecursively();
     }
 
-    quilvane::BasePlugin& get() { return processor->getPlugin(); }
+    K7R::BasePlugin& get() { return processor->getPlugin(); }
 
     /** Builds another instance over the files that the home holds by now. */
     void restart()
@@ -40,7 +40,7 @@ public:
     {
         for (const auto& parameter : get().getParameters().getParameters())
         {
-            if (dynamic_cast<const quilvane::StringParameter*> (parameter.get()) != nullptr)
+            if (dynamic_cast<const K7R::StringParameter*> (parameter.get()) != nullptr)
                 continue; // any number may stand in a text
 
             const auto normalised = parameter->getNormalised();
@@ -58,7 +58,7 @@ public:
             std::abort();
     }
 
-    std::unique_ptr<quilvane::PluginAudioProcessor> processor;
+    std::unique_ptr<K7R::PluginAudioProcessor> processor;
 
 private:
     const juce::ScopedJuceInitialiser_GUI juce;

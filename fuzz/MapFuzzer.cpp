@@ -3,22 +3,22 @@
 // Reads the bytes as a MIDI map, as a host map and as events.
 
 #include "FuzzedPlugin.h"
-#include "parameters/BoundedXml.h"
-#include "parameters/SafeFile.h"
+#include "support/BoundedXml.h"
+#include "support/SafeFile.h"
 
 extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size);
 
 extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
 {
     auto& plugin = getFuzzedPlugin();
-    const auto text = quilvane::decodeText (data, size);
+    const auto text = K7R::decodeText (data, size);
 
-    if (const auto xml = quilvane::parseBoundedXml (text))
+    if (const auto xml = K7R::parseBoundedXml (text))
     {
         plugin.get().getMidiControlMap().loadFromXml (xml.get());
         plugin.get().loadHostMapXml (*xml);
 
-        quilvane::EventsMap events;
+        K7R::EventsMap events;
         events.loadFromXml (*xml);
     }
 

@@ -6,14 +6,14 @@
 #include <cstdlib>
 
 #include "content/PackageFile.h"
-#include "parameters/BoundedXml.h"
+#include "support/BoundedXml.h"
 
 extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size);
 
 namespace
 {
 
-using namespace quilvane;
+using namespace K7R;
 
 // Small, so that inputs of a fuzzer's length reach them.
 constexpr ZipBounds bounds { 65536, 64, 16384, 65536 };

@@ -5,12 +5,12 @@
 // builds the panel, paints it, and does to each control what a user may do.
 
 #include "FuzzedPlugin.h"
-#include "skin/GFXDisplay.h"
 #include "skin/GFXPanel.h"
-#include "skin/NumericDisplay.h"
 #include "skin/SkinElement.h"
-#include "skin/SkinFile.h"
-#include "skin/TextInput.h"
+#include "skin/composite/TextInput.h"
+#include "skin/displays/GFXDisplay.h"
+#include "skin/displays/NumericDisplay.h"
+#include "skin/files/SkinFile.h"
 #include "support/Mouse.h"
 #include "support/SkinBytes.h"
 #include "support/TestDesktop.h"
@@ -20,6 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size);
 namespace
 {
 
+using namespace K7R;
 using namespace quilvane;
 using test::FloatingDesktop;
 using test::SkinMembers;

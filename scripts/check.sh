@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Checks the form of our own code: formatting, then clang-tidy on the sources of the release build.
+# Checks the form of our own code: formatting, the direction of includes, then clang-tidy on the sources of the
+# release build.
 #
 #   scripts/check.sh [--fix]
 
@@ -13,6 +14,9 @@ fi
 
 say "Formatting"
 clang-format --dry-run --Werror "${files[@]}"
+
+say "Includes"
+python3 scripts/check-includes.py
 
 say "clang-tidy"
 [ -f build/release/compile_commands.json ] || cmake --preset release >/dev/null

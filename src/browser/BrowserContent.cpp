@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -170,4 +170,4 @@ ContentItem* BrowserContent::findNamed (const juce::String& name) const
     return nullptr;
 }
 
-} // namespace quilvane
+} // namespace K7R

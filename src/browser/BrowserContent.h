@@ -6,7 +6,7 @@
 
 #include "content/ContentSource.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** What the panels of a browser share: the sources, and the items and tags of those that are shown. Sources belong to
@@ -84,4 +84,4 @@ private:
     TagMap tagMap;
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -2,9 +2,9 @@
 
 #include "browser/BrowserTexts.h"
 
-#include "widgets/AlertWindow.h"
+#include "widgets/windows/AlertWindow.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -14,7 +14,7 @@ constexpr size_t mostNamesAsked = 3;
 
 juce::String quoted (const juce::String& name)
 {
-    return "'" + K7R::AlertWindow::shorten (name) + "'";
+    return "'" + AlertWindow::shorten (name) + "'";
 }
 
 juce::String numberOf (int number, const juce::String& thing)
@@ -83,4 +83,4 @@ juce::String BrowserTexts::reportImport (const ImportCounts& counts, bool wasSto
     return text;
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -6,7 +6,7 @@
 
 #include "content/ContentSource.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** The outcome of an import, in numbers of the archive's items. */
@@ -39,4 +39,4 @@ juce::String reportImport (const ImportCounts&, bool wasStopped);
 
 } // namespace BrowserTexts
 
-} // namespace quilvane
+} // namespace K7R

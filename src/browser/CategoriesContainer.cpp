@@ -4,7 +4,7 @@
 
 #include <utility>
 
-namespace quilvane
+namespace K7R
 {
 
 CategoriesContainer::CategoriesContainer (Owner& toAsk, const juce::String& title) : owner (toAsk)
@@ -78,4 +78,4 @@ void CategoriesContainer::resized()
     layOut();
 }
 
-} // namespace quilvane
+} // namespace K7R

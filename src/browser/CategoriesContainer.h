@@ -4,7 +4,7 @@
 
 #include "browser/CategoryComponent.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** Columns side by side, scrolled sideways where there are more than fit. A column is made when it's first seen, so
@@ -56,4 +56,4 @@ private:
     std::vector<Column> columns;
 };
 
-} // namespace quilvane
+} // namespace K7R

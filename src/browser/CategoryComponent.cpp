@@ -2,11 +2,11 @@
 
 #include "browser/CategoryComponent.h"
 
-#include "widgets/DefaultLookAndFeel.h"
-#include "widgets/HardLabel.h"
-#include "widgets/Icons.h"
+#include "widgets/look/DefaultLookAndFeel.h"
+#include "widgets/look/HardLabel.h"
+#include "widgets/look/Icons.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -312,4 +312,4 @@ void CategoryComponent::paint (juce::Graphics& g)
     g.fillRect (getLocalBounds().withTop (headerHeight).withHeight (1));
 }
 
-} // namespace quilvane
+} // namespace K7R

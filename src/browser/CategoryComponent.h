@@ -7,10 +7,10 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
-#include "parameters/ListenerArray.h"
-#include "widgets/TextToggleButton.h"
+#include "support/ListenerArray.h"
+#include "widgets/controls/TextToggleButton.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** A column of the browser: a category with its tags. It serves the filters, where tags are ticked, and the tag editor,
@@ -79,4 +79,4 @@ private:
     std::unique_ptr<TagList> list;
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "core/BasePlugin.h"
-#include "widgets/Icons.h"
+#include "widgets/look/Icons.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -352,4 +352,4 @@ bool ContentBrowser::keyPressed (const juce::KeyPress& key)
     return true;
 }
 
-} // namespace quilvane
+} // namespace K7R

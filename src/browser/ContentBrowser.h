@@ -10,9 +10,9 @@
 #include "browser/ContentTagEditor.h"
 #include "browser/PackageImportExport.h"
 #include "browser/ReturnKey.h"
-#include "widgets/FileChooserWindow.h"
+#include "widgets/windows/FileChooserWindow.h"
 
-namespace quilvane
+namespace K7R
 {
 
 class BasePlugin;
@@ -22,7 +22,7 @@ class BasePlugin;
     Message thread. */
 class ContentBrowser final : public WindowComponent,
                              private ContentResults::Listener,
-                             private K7R::AlertWindow::Caller,
+                             private AlertWindow::Caller,
                              private juce::TextEditor::Listener,
                              private PackageImportExport::Listener
 {
@@ -137,7 +137,7 @@ private:
     void itemRenamed (ContentItem&, const juce::String& oldName) override;
     void resultsMessage (const juce::String& text) override { listener.browserMessage (text); }
     void buttonClicked (juce::Button*) override;
-    void alertClosed (K7R::AlertWindow*, int result) override;
+    void alertClosed (AlertWindow*, int result) override;
     void textEditorTextChanged (juce::TextEditor&) override { updateLayout(); }
     void textEditorReturnKeyPressed (juce::TextEditor&) override;
     void textEditorEscapeKeyPressed (juce::TextEditor&) override;
@@ -177,11 +177,11 @@ private:
 
     Question question = Question::overwrite;
     juce::String itemInQuestion;
-    std::unique_ptr<K7R::AlertWindow> alert;
+    std::unique_ptr<AlertWindow> alert;
     std::unique_ptr<FileChooserWindow> chooser;
     SlicedTask task;
     PackageImportExport importer;
     ReturnKey returnKey { *this, [this] { resultsReturnPressed(); } };
 };
 
-} // namespace quilvane
+} // namespace K7R

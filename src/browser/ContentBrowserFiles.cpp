@@ -5,7 +5,7 @@
 #include "browser/ContentBrowser.h"
 #include "core/BasePlugin.h"
 
-namespace quilvane
+namespace K7R
 {
 
 void ContentBrowser::textEditorReturnKeyPressed (juce::TextEditor&)
@@ -48,15 +48,15 @@ void ContentBrowser::save()
     {
         question = Question::overwrite;
         itemInQuestion = target.name;
-        alert = K7R::AlertWindow::open (static_cast<K7R::AlertWindow::Caller*> (this), "Overwrite confirmation",
-                                        BrowserTexts::askToOverwrite (target.name), K7R::AlertWindow::yesOrNo, this);
+        alert = AlertWindow::open (static_cast<AlertWindow::Caller*> (this), "Overwrite confirmation",
+                                   BrowserTexts::askToOverwrite (target.name), AlertWindow::yesOrNo, this);
         return;
     }
 
     // Nothing is saved to a file that isn't the name's own: another name is proposed.
     question = Question::otherName;
-    alert = std::make_unique<K7R::InputTextWindow> (
-        static_cast<K7R::AlertWindow::Caller*> (this), "Save under another name",
+    alert = std::make_unique<InputTextWindow> (
+        static_cast<AlertWindow::Caller*> (this), "Save under another name",
         BrowserTexts::refuseName (name, target) + "\nPlease enter another name:", source->uniqueItemName (name));
     alert->show (*this);
 }
@@ -94,23 +94,23 @@ void ContentBrowser::performSave (const juce::String& name)
 void ContentBrowser::deleteSelected()
 {
     question = Question::deletion;
-    alert = K7R::AlertWindow::open (static_cast<K7R::AlertWindow::Caller*> (this), "Delete confirmation",
-                                    BrowserTexts::askToDelete (results.getList().getSelectedItems()),
-                                    K7R::AlertWindow::yesOrNo, this);
+    alert = AlertWindow::open (static_cast<AlertWindow::Caller*> (this), "Delete confirmation",
+                               BrowserTexts::askToDelete (results.getList().getSelectedItems()), AlertWindow::yesOrNo,
+                               this);
 }
 
-void ContentBrowser::alertClosed (K7R::AlertWindow*, int result)
+void ContentBrowser::alertClosed (AlertWindow*, int result)
 {
     const auto answered = std::move (alert);
 
-    if (result == K7R::AlertWindow::ok && question == Question::otherName)
+    if (result == AlertWindow::ok && question == Question::otherName)
     {
-        nameEditor.setText (static_cast<const K7R::InputTextWindow&> (*answered).getInput());
+        nameEditor.setText (static_cast<const InputTextWindow&> (*answered).getInput());
         nameEditor.grabKeyboardFocus();
         return save();
     }
 
-    if (result != K7R::AlertWindow::yes)
+    if (result != AlertWindow::yes)
     {
         if (question != Question::deletion && isShowing())
             nameEditor.grabKeyboardFocus();
@@ -155,4 +155,4 @@ void ContentBrowser::chooseImport()
                             [this] (const juce::File& file) { importFile (file); });
 }
 
-} // namespace quilvane
+} // namespace K7R

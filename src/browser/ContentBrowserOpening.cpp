@@ -8,7 +8,7 @@
 #include "core/BasePlugin.h"
 #include "core/FrameworkIds.h"
 
-namespace quilvane
+namespace K7R
 {
 
 juce::String ContentBrowser::getLoadedName() const
@@ -142,4 +142,4 @@ void ContentBrowser::dismiss()
     close (mode == Mode::browse);
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -7,7 +7,7 @@
 #include "browser/ContentBrowser.h"
 #include "browser/PackageExport.h"
 
-namespace quilvane
+namespace K7R
 {
 
 void ContentBrowser::runTask (const juce::String& verb, size_t number, const std::function<void (size_t)>& doOne,
@@ -196,4 +196,4 @@ void ContentBrowser::importFinished (const ImportCounts& counts, bool wasStopped
     taskEnded();
 }
 
-} // namespace quilvane
+} // namespace K7R

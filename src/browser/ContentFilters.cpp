@@ -2,10 +2,10 @@
 
 #include "browser/ContentFilters.h"
 
-#include "widgets/DefaultLookAndFeel.h"
-#include "widgets/Icons.h"
+#include "widgets/look/DefaultLookAndFeel.h"
+#include "widgets/look/Icons.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -172,4 +172,4 @@ void ContentFilters::paint (juce::Graphics& g)
     g.fillAll (findColour (DefaultLookAndFeel::windowFrameId));
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -5,10 +5,10 @@
 #include <functional>
 
 #include "browser/CategoriesContainer.h"
-#include "browser/CategoryFilters.h"
 #include "browser/HeaderComponent.h"
+#include "browser/rules/CategoryFilters.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** The panel of filters: a column of tags for each category. */
@@ -57,4 +57,4 @@ private:
     juce::StringArray shownCategories;
 };
 
-} // namespace quilvane
+} // namespace K7R

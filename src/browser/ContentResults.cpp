@@ -6,10 +6,10 @@
 #include <utility>
 
 #include "browser/BrowserTexts.h"
-#include "widgets/DefaultLookAndFeel.h"
-#include "widgets/Icons.h"
+#include "widgets/look/DefaultLookAndFeel.h"
+#include "widgets/look/Icons.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -329,7 +329,7 @@ void ContentResults::finishRenaming (Loading loading)
         return refuseName (BrowserTexts::refuseName (newName, placement));
 
     if (! source.renameItem (*item, newName))
-        return refuseName ("'" + K7R::AlertWindow::shorten (item->name) + "' couldn't be renamed.");
+        return refuseName ("'" + AlertWindow::shorten (item->name) + "' couldn't be renamed.");
 
     refusedItem = {};
 
@@ -347,10 +347,10 @@ void ContentResults::finishRenaming (Loading loading)
 
 void ContentResults::refuseName (const juce::String& why)
 {
-    warning = K7R::AlertWindow::open (this, "Rename warning", why, K7R::AlertWindow::okOnly, this);
+    warning = AlertWindow::open (this, "Rename warning", why, AlertWindow::okOnly, this);
 }
 
-void ContentResults::alertClosed (K7R::AlertWindow*, int)
+void ContentResults::alertClosed (AlertWindow*, int)
 {
     const auto answered = std::move (warning);
     auto* item = content.find (std::exchange (refusedItem, {}));
@@ -381,4 +381,4 @@ void ContentResults::paint (juce::Graphics& g)
     g.drawText ("No presets", getLocalBounds().withTrimmedTop (HeaderComponent::height), juce::Justification::centred);
 }
 
-} // namespace quilvane
+} // namespace K7R

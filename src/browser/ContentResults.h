@@ -5,11 +5,11 @@
 #include <memory>
 
 #include "browser/HeaderComponent.h"
-#include "browser/ResultList.h"
 #include "browser/ResultsGrid.h"
-#include "widgets/AlertWindow.h"
+#include "browser/rules/ResultList.h"
+#include "widgets/windows/AlertWindow.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** The items that the filters have left: which of them are selected, by mouse and keyboard, and their names. */
@@ -17,7 +17,7 @@ class ContentResults final : public juce::Component,
                              private ResultsGrid::Owner,
                              private juce::AsyncUpdater,
                              private juce::TextEditor::Listener,
-                             private K7R::AlertWindow::Caller
+                             private AlertWindow::Caller
 {
 public:
     class Listener
@@ -96,7 +96,7 @@ private:
     void textEditorReturnKeyPressed (juce::TextEditor&) override;
     void textEditorEscapeKeyPressed (juce::TextEditor&) override;
     void textEditorFocusLost (juce::TextEditor&) override { finishRenaming (Loading::yes); }
-    void alertClosed (K7R::AlertWindow*, int result) override;
+    void alertClosed (AlertWindow*, int result) override;
     void openRenaming (const juce::String& text);
 
     /** Whether the item is loaded under its new name. */
@@ -124,7 +124,7 @@ private:
     BrowserContent::Key renamingItem;
     BrowserContent::Key refusedItem;
     juce::String refusedName;
-    std::unique_ptr<K7R::AlertWindow> warning;
+    std::unique_ptr<AlertWindow> warning;
 };
 
-} // namespace quilvane
+} // namespace K7R

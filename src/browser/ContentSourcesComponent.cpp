@@ -2,10 +2,10 @@
 
 #include "browser/ContentSourcesComponent.h"
 
-#include "widgets/DefaultLookAndFeel.h"
-#include "widgets/Icons.h"
+#include "widgets/look/DefaultLookAndFeel.h"
+#include "widgets/look/Icons.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -87,4 +87,4 @@ void ContentSourcesComponent::paint (juce::Graphics& g)
     g.fillAll (findColour (DefaultLookAndFeel::panelBackgroundId));
 }
 
-} // namespace quilvane
+} // namespace K7R

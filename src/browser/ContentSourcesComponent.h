@@ -6,9 +6,9 @@
 
 #include "browser/BrowserContent.h"
 #include "browser/HeaderComponent.h"
-#include "widgets/TextButtonWithIcon.h"
+#include "widgets/controls/TextButtonWithIcon.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** The list of sources: which are ticked. */
@@ -43,4 +43,4 @@ private:
     juce::OwnedArray<TextButtonWithIcon> buttons;
 };
 
-} // namespace quilvane
+} // namespace K7R

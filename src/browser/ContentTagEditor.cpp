@@ -4,10 +4,10 @@
 
 #include <algorithm>
 
-#include "widgets/DefaultLookAndFeel.h"
-#include "widgets/Icons.h"
+#include "widgets/look/DefaultLookAndFeel.h"
+#include "widgets/look/Icons.h"
 
-namespace quilvane
+namespace K7R
 {
 
 using State = TagAssignment::State;
@@ -141,7 +141,7 @@ void ContentTagEditor::apply()
 //==============================================================================
 void ContentTagEditor::ask (const juce::String& title, const juce::String& text, const juce::String& name)
 {
-    input = std::make_unique<K7R::InputTextWindow> (static_cast<K7R::AlertWindow::Caller*> (this), title, text, name);
+    input = std::make_unique<InputTextWindow> (static_cast<AlertWindow::Caller*> (this), title, text, name);
     input->show (*this);
 }
 
@@ -152,11 +152,11 @@ void ContentTagEditor::categoryAddClicked (CategoryComponent& column)
     ask ("New Tag", "Enter name:", "New Tag");
 }
 
-void ContentTagEditor::alertClosed (K7R::AlertWindow*, int result)
+void ContentTagEditor::alertClosed (AlertWindow*, int result)
 {
     const auto answered = std::move (input);
 
-    if (result != K7R::AlertWindow::ok)
+    if (result != AlertWindow::ok)
         return;
 
     // These would end a name in a file.
@@ -211,4 +211,4 @@ void ContentTagEditor::paint (juce::Graphics& g)
     g.fillAll (findColour (DefaultLookAndFeel::windowFrameId));
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -7,10 +7,10 @@
 #include "browser/BrowserContent.h"
 #include "browser/CategoriesContainer.h"
 #include "browser/HeaderComponent.h"
-#include "browser/TagAssignment.h"
-#include "widgets/InputTextWindow.h"
+#include "browser/rules/TagAssignment.h"
+#include "widgets/windows/InputTextWindow.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** Columns of every known tag. A click gives a tag to all selected items, or takes it from them, and their files
@@ -19,7 +19,7 @@ class ContentTagEditor final : public juce::Component,
                                private juce::AsyncUpdater,
                                private CategoriesContainer::Owner,
                                private CategoryComponent::Listener,
-                               private K7R::AlertWindow::Caller
+                               private AlertWindow::Caller
 {
 public:
     enum class Purpose
@@ -70,7 +70,7 @@ private:
     void handleAsyncUpdate() override;
     void categoryItemClicked (CategoryComponent&, int itemIndex) override;
     void categoryAddClicked (CategoryComponent&) override;
-    void alertClosed (K7R::AlertWindow*, int result) override;
+    void alertClosed (AlertWindow*, int result) override;
     void addTag (const juce::String& category, const juce::String& tag);
     void ask (const juce::String& title, const juce::String& text, const juce::String& name);
 
@@ -99,7 +99,7 @@ private:
 
     Question question = Question::newTag;
     juce::String pendingCategory;
-    std::unique_ptr<K7R::InputTextWindow> input;
+    std::unique_ptr<InputTextWindow> input;
 };
 
-} // namespace quilvane
+} // namespace K7R

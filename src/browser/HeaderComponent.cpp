@@ -2,9 +2,9 @@
 
 #include "browser/HeaderComponent.h"
 
-#include "widgets/DefaultLookAndFeel.h"
+#include "widgets/look/DefaultLookAndFeel.h"
 
-namespace quilvane
+namespace K7R
 {
 
 HeaderComponent::HeaderComponent (const juce::String& title, juce::Button* left, juce::Button* right) :
@@ -49,4 +49,4 @@ void HeaderComponent::paint (juce::Graphics& g)
     g.fillAll (findColour (DefaultLookAndFeel::browserHeaderId));
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -2,9 +2,9 @@
 
 #pragma once
 
-#include "widgets/HardLabel.h"
+#include "widgets/look/HardLabel.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** The strip over a panel of the browser: its title, and up to two buttons, which aren't owned. As wide as its
@@ -27,4 +27,4 @@ private:
     juce::Button* const rightButton;
 };
 
-} // namespace quilvane
+} // namespace K7R

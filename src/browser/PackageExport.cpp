@@ -3,9 +3,9 @@
 #include "browser/PackageExport.h"
 
 #include "browser/PackageImportExport.h"
-#include "parameters/SafeFile.h"
+#include "support/SafeFile.h"
 
-namespace quilvane
+namespace K7R
 {
 
 PackageExport::PackageExport (const juce::File& file) : target (file) {}
@@ -38,4 +38,4 @@ bool PackageExport::write()
                                  { return builder.writeToStream (stream, nullptr); });
 }
 
-} // namespace quilvane
+} // namespace K7R

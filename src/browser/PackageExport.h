@@ -6,7 +6,7 @@
 
 #include "browser/BrowserContent.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** An archive that is made of the files of items, for other machines. The files are gathered one by one; the archive is
@@ -34,4 +34,4 @@ private:
     int numFiles = 0;
 };
 
-} // namespace quilvane
+} // namespace K7R

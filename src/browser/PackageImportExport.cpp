@@ -2,9 +2,9 @@
 
 #include "browser/PackageImportExport.h"
 
-#include "parameters/SafeFile.h"
+#include "support/SafeFile.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -145,9 +145,8 @@ void PackageImportExport::take (ContentItem* item, bool isNew)
 PackageImportExport::Step PackageImportExport::ask (const juce::String& takenName)
 {
     askedName = takenName;
-    dialog = std::make_unique<K7R::ReplaceAlertWindow> (static_cast<K7R::AlertWindow::Caller*> (this),
-                                                        "Import - " + entryStem, askedName, describeOthers(),
-                                                        source->uniqueItemName (itemName));
+    dialog = std::make_unique<ReplaceAlertWindow> (static_cast<AlertWindow::Caller*> (this), "Import - " + entryStem,
+                                                   askedName, describeOthers(), source->uniqueItemName (itemName));
     dialog->show (parent);
     return Step::wait;
 }
@@ -177,10 +176,8 @@ juce::String PackageImportExport::describeOthers() const
     return numTaken > 0 ? juce::String (numTaken) + " more" : juce::String();
 }
 
-void PackageImportExport::alertClosed (K7R::AlertWindow*, int result)
+void PackageImportExport::alertClosed (AlertWindow*, int result)
 {
-    using K7R::AlertWindow;
-
     const auto answered = std::move (dialog);
     auto step = Step::next;
 
@@ -217,4 +214,4 @@ void PackageImportExport::finish (bool wasStopped)
     listener.importFinished (counts, wasStopped);
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -9,10 +9,10 @@
 #include "browser/BrowserContent.h"
 #include "browser/BrowserTexts.h"
 #include "browser/SlicedTask.h"
-#include "content/BoundedZip.h"
-#include "widgets/ReplaceAlertWindow.h"
+#include "support/BoundedZip.h"
+#include "widgets/windows/ReplaceAlertWindow.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** Exchanges items with other machines as plain ZIP archives of their files.
@@ -21,7 +21,7 @@ namespace quilvane
     ask. What can't be read or written is skipped and counted. Nothing but files of the source's own folder, under names
     that it makes of the members', is ever written.
 */
-class PackageImportExport final : private K7R::AlertWindow::Caller
+class PackageImportExport final : private AlertWindow::Caller
 {
 public:
     class Listener
@@ -54,7 +54,7 @@ public:
 private:
     using Step = SlicedTask::Step;
 
-    void alertClosed (K7R::AlertWindow*, int result) override;
+    void alertClosed (AlertWindow*, int result) override;
     Step importNext();
 
     /** @param mayReplace the item that the user has agreed to replace */
@@ -77,7 +77,7 @@ private:
     std::unique_ptr<juce::InputStream> entryStream;
     juce::String entryStem, itemName, askedName;
     bool replaceAll = false, skipAll = false;
-    std::unique_ptr<K7R::ReplaceAlertWindow> dialog;
+    std::unique_ptr<ReplaceAlertWindow> dialog;
 };
 
-} // namespace quilvane
+} // namespace K7R

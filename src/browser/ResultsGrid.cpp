@@ -4,9 +4,9 @@
 
 #include <utility>
 
-#include "widgets/DefaultLookAndFeel.h"
+#include "widgets/look/DefaultLookAndFeel.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -199,4 +199,4 @@ void ResultsGrid::mouseWheelMove (const juce::MouseEvent& e, const juce::MouseWh
     juce::Viewport::mouseWheelMove (e, sideways);
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -5,10 +5,10 @@
 #include <memory>
 #include <vector>
 
-#include "browser/ResultList.h"
+#include "browser/rules/ResultList.h"
 #include <juce_gui_basics/juce_gui_basics.h>
 
-namespace quilvane
+namespace K7R
 {
 
 /** The results as a grid that fills from the top down, column by column, and is scrolled sideways. Only the part of it
@@ -61,4 +61,4 @@ private:
     juce::Point<int> margin; // what whole rows and columns leave, in halves on both sides
 };
 
-} // namespace quilvane
+} // namespace K7R

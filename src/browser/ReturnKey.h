@@ -5,9 +5,9 @@
 #include <functional>
 #include <utility>
 
-#include "widgets/FocusableCheckBox.h"
+#include "widgets/controls/FocusableCheckBox.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** The Return key of a window whose "OK" it is wherever the focus is: buttons inside, which would be pressed by it, are
@@ -58,4 +58,4 @@ private:
     juce::Component::SafePointer<juce::Component> watched;
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -61,4 +61,4 @@ void SlicedTask::end (bool wasStopped)
         ended.onEnd (wasStopped);
 }
 
-} // namespace quilvane
+} // namespace K7R

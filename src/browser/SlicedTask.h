@@ -6,7 +6,7 @@
 
 #include <juce_events/juce_events.h>
 
-namespace quilvane
+namespace K7R
 {
 
 /** A long piece of work that is done in slices of the message loop's time, so that the window stays alive: it shows
@@ -55,4 +55,4 @@ private:
     Work work;
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <set>
 
-#include "parameters/SafeFile.h"
+#include "support/SafeFile.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -299,4 +299,4 @@ bool ContentSource::removeItem (ContentItem& item)
     return true;
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -10,7 +10,7 @@
 #include "content/TagMap.h"
 #include "content/TagSet.h"
 
-namespace quilvane
+namespace K7R
 {
 
 class ContentSource;
@@ -169,4 +169,4 @@ private:
     TagMap* tagMap = nullptr;
 };
 
-} // namespace quilvane
+} // namespace K7R

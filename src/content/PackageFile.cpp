@@ -4,9 +4,9 @@
 
 #include <juce_cryptography/juce_cryptography.h>
 
-#include "parameters/BoundedXml.h"
+#include "support/BoundedXml.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -160,4 +160,4 @@ juce::String PackageFile::digestOfSignature (const juce::String& hash)
     return value.toString (16, digestDigits);
 }
 
-} // namespace quilvane
+} // namespace K7R

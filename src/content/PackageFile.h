@@ -6,9 +6,9 @@
 
 #include <juce_core/juce_core.h>
 
-#include "content/BoundedZip.h"
+#include "support/BoundedZip.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** What a package says about itself. An attribute that is missing gives "" or 0. */
@@ -125,4 +125,4 @@ constexpr juce::int64 maximumInflatedContentBytes = 16LL * 1024 * 1024;
 /** A signature has 64 digits; numbers of any length would take time by the square of their length. */
 constexpr juce::int64 maximumHashBytes = 1024;
 
-} // namespace quilvane
+} // namespace K7R

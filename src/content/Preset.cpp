@@ -2,11 +2,11 @@
 
 #include "content/Preset.h"
 
-#include "parameters/BoundedXml.h"
 #include "parameters/ParameterManager.h"
-#include "parameters/SafeFile.h"
+#include "support/BoundedXml.h"
+#include "support/SafeFile.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -190,4 +190,4 @@ bool Preset::writeTagsToFile (const juce::File& file, const TagSet& newTags)
     return replaceFileSafely (file, *xml);
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -10,7 +10,7 @@
 
 #include "content/TagSet.h"
 
-namespace quilvane
+namespace K7R
 {
 
 class Parameter;
@@ -89,4 +89,4 @@ private:
     juce::SparseSet<int> ids;
 };
 
-} // namespace quilvane
+} // namespace K7R

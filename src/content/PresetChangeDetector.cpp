@@ -4,7 +4,7 @@
 
 #include "parameters/ParameterManager.h"
 
-namespace quilvane
+namespace K7R
 {
 
 PresetChangeDetector::PresetChangeDetector (ParameterManager& parameterManager, const std::vector<int>& ids) :
@@ -84,4 +84,4 @@ void PresetChangeDetector::parameterChanged (Parameter& parameter)
         changedCount += changed ? 1 : -1;
 }
 
-} // namespace quilvane
+} // namespace K7R

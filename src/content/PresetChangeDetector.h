@@ -8,7 +8,7 @@
 
 #include "parameters/Parameter.h"
 
-namespace quilvane
+namespace K7R
 {
 
 class ParameterManager;
@@ -55,4 +55,4 @@ private:
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (PresetChangeDetector)
 };
 
-} // namespace quilvane
+} // namespace K7R

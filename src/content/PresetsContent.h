@@ -7,7 +7,7 @@
 #include "content/ContentSource.h"
 #include "content/Preset.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** What a source of presets needs of the plug-in. */
@@ -57,4 +57,4 @@ protected:
     const juce::String extension; // with its point
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -2,10 +2,10 @@
 
 #include "content/PresetsDirectoryContent.h"
 
-#include "parameters/BoundedXml.h"
-#include "parameters/SafeFile.h"
+#include "support/BoundedXml.h"
+#include "support/SafeFile.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -222,4 +222,4 @@ bool PresetsDirectoryContent::createItemFile (const juce::String& itemName, cons
     return preset.saveToFile (file, host.getPresetParameters(), before.get());
 }
 
-} // namespace quilvane
+} // namespace K7R

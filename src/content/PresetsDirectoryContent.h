@@ -6,7 +6,7 @@
 
 #include "content/PresetsContent.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** The user's presets: the files of one folder, whose base names are the presets' names.
@@ -63,4 +63,4 @@ private:
     mutable std::map<juce::String, Header> headers; // by file name, of the last listing
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -2,9 +2,9 @@
 
 #include "content/PresetsPackageContent.h"
 
-#include "parameters/BoundedXml.h"
+#include "support/BoundedXml.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -88,4 +88,4 @@ bool PresetsPackageContent::readEntry (Preset& preset, const juce::String& entry
     return isRead;
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -5,7 +5,7 @@
 #include "content/PackageFile.h"
 #include "content/PresetsContent.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** The presets of a signed package; read only. A package that doesn't verify has none. The list ends at the
@@ -28,4 +28,4 @@ private:
     const PackageFile package;
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -2,7 +2,7 @@
 
 #include "content/TagMap.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -85,4 +85,4 @@ TagMap::Names TagMap::getNames (int id) const
     return tag < category.tags.size() ? Names { id, category.name, category.tags[tag] } : Names { -1, {}, {} };
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -6,7 +6,7 @@
 
 #include "content/TagSet.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** The union of many sets, which gives every category and every tag a number, so that filters compare integers.
@@ -60,4 +60,4 @@ private:
     int numTags = 0;
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -6,7 +6,7 @@
 #include <set>
 #include <unordered_map>
 
-namespace quilvane
+namespace K7R
 {
 
 TagSet TagSet::fromText (const juce::String& text)
@@ -138,4 +138,4 @@ TagSet TagBudget::take (const TagSet& tags)
     return tags;
 }
 
-} // namespace quilvane
+} // namespace K7R

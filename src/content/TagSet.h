@@ -6,7 +6,7 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane
+namespace K7R
 {
 
 /** Tags in categories, both in the order of their first appearance.
@@ -80,4 +80,4 @@ private:
     size_t room = maximumTags;
 };
 
-} // namespace quilvane
+} // namespace K7R

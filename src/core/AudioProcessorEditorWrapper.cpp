@@ -4,7 +4,7 @@
 
 #include "core/PluginEditor.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -92,4 +92,4 @@ void AudioProcessorEditorWrapper::childBoundsChanged (juce::Component* child)
         setSize (child->getWidth(), child->getHeight());
 }
 
-} // namespace quilvane
+} // namespace K7R

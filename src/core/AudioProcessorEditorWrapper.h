@@ -5,7 +5,7 @@
 #include "core/HostKeyboard.h"
 #include <juce_audio_processors/juce_audio_processors.h>
 
-namespace quilvane
+namespace K7R
 {
 
 class PluginEditor;
@@ -31,4 +31,4 @@ private:
     HostKeyboard keyboard { *this };
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -8,12 +8,12 @@
 #include "core/FrameworkIds.h"
 #include "core/PluginAudioProcessor.h"
 #include "core/PluginEditor.h"
-#include "parameters/BoundedXml.h"
 #include "parameters/FloatParameter.h"
 #include "parameters/IntParameter.h"
 #include "parameters/StringParameter.h"
+#include "support/BoundedXml.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -269,4 +269,4 @@ void BasePlugin::resetParameter (Parameter& parameter)
     parameter.endGesture();
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -20,7 +20,7 @@
 #include "parameters/MidiControlMap.h"
 #include "parameters/ParameterManager.h"
 
-namespace quilvane
+namespace K7R
 {
 
 class EnumParameter;
@@ -342,4 +342,4 @@ private:
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (BasePlugin)
 };
 
-} // namespace quilvane
+} // namespace K7R

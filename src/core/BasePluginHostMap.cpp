@@ -7,9 +7,9 @@
 #include <algorithm>
 
 #include "core/PluginAudioProcessor.h"
-#include "parameters/BoundedXml.h"
+#include "support/BoundedXml.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -209,4 +209,4 @@ void BasePlugin::resetHostMap()
     tellOfHostMap();
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -5,11 +5,11 @@
 #include "core/BasePlugin.h"
 #include "core/FrameworkIds.h"
 #include "core/PluginEditor.h"
-#include "parameters/BoundedXml.h"
 #include "parameters/IntParameter.h"
-#include "parameters/SafeFile.h"
+#include "support/BoundedXml.h"
+#include "support/SafeFile.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -161,4 +161,4 @@ BasePlugin::QualityParameters BasePlugin::getDefaultQualityParameters() const
     return { find (frameworkIds::defaultRealTimeQuality), find (frameworkIds::defaultOfflineQuality) };
 }
 
-} // namespace quilvane
+} // namespace K7R

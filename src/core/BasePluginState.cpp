@@ -7,9 +7,9 @@
 #include "core/BasePlugin.h"
 #include "core/FrameworkIds.h"
 #include "core/PluginEditor.h"
-#include "parameters/BoundedXml.h"
+#include "support/BoundedXml.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -182,4 +182,4 @@ void BasePlugin::restorePresets (const PresetSession::Snapshot& snapshot)
     presetApplied();
 }
 
-} // namespace quilvane
+} // namespace K7R

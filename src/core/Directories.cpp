@@ -4,7 +4,7 @@
 
 #include "core/SoftwareDesignation.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -53,4 +53,4 @@ juce::File Directories::get (const juce::String& name) const
     return found != folders.end() ? found->second : juce::File();
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -6,7 +6,7 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane
+namespace K7R
 {
 
 class SoftwareDesignation;
@@ -48,4 +48,4 @@ private:
     std::map<juce::String, juce::File> folders;
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -2,7 +2,7 @@
 
 #pragma once
 
-namespace quilvane
+namespace K7R
 {
 
 /** Ids of the parameters that the framework adds to every product's table. */
@@ -47,4 +47,4 @@ enum : int
 
 } // namespace eventIds
 
-} // namespace quilvane
+} // namespace K7R

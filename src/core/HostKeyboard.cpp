@@ -6,7 +6,7 @@
 
 #include <utility>
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -240,4 +240,4 @@ std::unique_ptr<juce::ComponentTraverser> HostKeyboard::createTraverser()
     return std::make_unique<Traverser> (nobody);
 }
 
-} // namespace quilvane
+} // namespace K7R

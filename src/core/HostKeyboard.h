@@ -6,7 +6,7 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
-namespace quilvane
+namespace K7R
 {
 
 /** The keyboard, which belongs to the host's window and is lent to the editor while something in it needs keys: a field
@@ -59,4 +59,4 @@ private:
     unsigned long holder = 0; // who had the focus when it was lent
 };
 
-} // namespace quilvane
+} // namespace K7R

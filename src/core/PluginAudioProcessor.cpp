@@ -6,7 +6,7 @@
 #include "core/BasePlugin.h"
 #include "core/PluginEditor.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -197,4 +197,4 @@ void PluginAudioProcessor::updateNonRealtime()
         setNonRealtime (hostCallback (getCurrentProcessLevel, 0, 0, nullptr, 0.0f) == processLevelOffline);
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -7,7 +7,7 @@
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
-namespace quilvane
+namespace K7R
 {
 
 class BasePlugin;
@@ -93,4 +93,4 @@ private:
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (PluginAudioProcessor)
 };
 
-} // namespace quilvane
+} // namespace K7R

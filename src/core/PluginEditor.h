@@ -6,7 +6,7 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
-namespace quilvane
+namespace K7R
 {
 
 /** What the plug-in and the host's window know of the user interface. One object lives as long as the plug-in;
@@ -32,4 +32,4 @@ public:
     virtual void loadState (const juce::XmlElement& parent) = 0;
 };
 
-} // namespace quilvane
+} // namespace K7R

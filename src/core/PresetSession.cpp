@@ -9,7 +9,7 @@
 #include "core/FrameworkIds.h"
 #include "parameters/ParameterManager.h"
 
-namespace quilvane
+namespace K7R
 {
 
 PresetSession::PresetSession (ParameterManager& manager) : parameters (manager) {}
@@ -159,4 +159,4 @@ void PresetSession::resetBaseline()
         changeDetector->resetBaseline();
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -11,7 +11,7 @@
 
 #include "content/Preset.h"
 
-namespace quilvane
+namespace K7R
 {
 
 class Parameter;
@@ -120,4 +120,4 @@ private:
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (PresetSession)
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -4,7 +4,7 @@
 
 #include <juce_audio_basics/juce_audio_basics.h>
 
-namespace quilvane
+namespace K7R
 {
 
 /** One audio callback, as the effect sees it. Overwritten on each callback. */
@@ -18,4 +18,4 @@ struct ProcessContext
     bool bypassed = false;
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -4,7 +4,7 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane
+namespace K7R
 {
 
 /** What a product says of itself, in texts. */
@@ -36,4 +36,4 @@ public:
     virtual juce::String getRevision() const = 0;
 };
 
-} // namespace quilvane
+} // namespace K7R

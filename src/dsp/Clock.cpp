@@ -5,7 +5,7 @@
 #include <array>
 #include <cmath>
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -231,4 +231,4 @@ void Clock::handleAsyncUpdate()
         listeners.call ([] (Listener& l) { l.clockTick(); });
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -6,9 +6,9 @@
 
 #include <juce_events/juce_events.h>
 
-#include "parameters/ListenerArray.h"
+#include "support/ListenerArray.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** A note length with a dotted or triplet scale, as a number of cycles per quarter note.
@@ -143,4 +143,4 @@ private:
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (Clock)
 };
 
-} // namespace quilvane
+} // namespace K7R

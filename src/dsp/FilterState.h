@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-namespace quilvane
+namespace K7R
 {
 
 /** Whether a filter's state can have come from sound: finite, and less than 180 dB above full scale.
@@ -14,4 +14,4 @@ inline bool isUsableState (double state) noexcept
     return std::abs (state) < 1.0e9;
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -6,7 +6,7 @@
 
 #include "dsp/FilterState.h"
 
-namespace quilvane::OversampleIIR
+namespace K7R::OversampleIIR
 {
 
 /** The half-band filter of all stages, as a pair of first-order all-passes at the lower of its two rates.
@@ -138,4 +138,4 @@ using x8Mono = Base<Sample, 3>;
 template <typename Sample>
 using x16Mono = Base<Sample, 4>;
 
-} // namespace quilvane::OversampleIIR
+} // namespace K7R::OversampleIIR

@@ -5,7 +5,7 @@
 #include <array>
 #include <cmath>
 
-namespace quilvane
+namespace K7R
 {
 
 bool SampleRateConstants::update (double newRate)
@@ -62,4 +62,4 @@ bool SampleRateConstants::update (double newRate)
     return true;
 }
 
-} // namespace quilvane
+} // namespace K7R

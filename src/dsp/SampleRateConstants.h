@@ -2,7 +2,7 @@
 
 #pragma once
 
-namespace quilvane
+namespace K7R
 {
 
 /** Everything that signal processing derives from the sample rate.
@@ -60,4 +60,4 @@ struct SampleRateConstants
     int rateIndex = 0; // 0 to 4 for 44100, 48000, 88200, 96000, 192000 Hz; else that of the rate before
 };
 
-} // namespace quilvane
+} // namespace K7R

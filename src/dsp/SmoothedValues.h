@@ -7,7 +7,7 @@
 
 #include "dsp/SampleRateConstants.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** A group of values that follow their targets through one-pole smoothers of one step.
@@ -84,4 +84,4 @@ private:
     float step;
 };
 
-} // namespace quilvane
+} // namespace K7R

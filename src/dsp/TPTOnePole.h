@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-namespace quilvane
+namespace K7R
 {
 
 /** The tuning of a first-order filter section with one state, which its owner keeps: low-pass, high-pass or all-pass.
@@ -70,4 +70,4 @@ struct TPTOnePole
     }
 };
 
-} // namespace quilvane
+} // namespace K7R

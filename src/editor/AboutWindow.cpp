@@ -2,12 +2,11 @@
 
 #include "editor/AboutWindow.h"
 
-#include "EmbeddedResources.h"
 #include "core/SoftwareDesignation.h"
-#include "widgets/DefaultLookAndFeel.h"
-#include "widgets/Icons.h"
+#include "widgets/look/DefaultLookAndFeel.h"
+#include "widgets/look/Icons.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -68,11 +67,10 @@ private:
 };
 
 //==============================================================================
-AboutWindow::AboutWindow (const SoftwareDesignation& product, Listener& toTell) :
+AboutWindow::AboutWindow (const SoftwareDesignation& product, const juce::String& logoSvg, Listener& toTell) :
     WindowComponent ("About " + product.getProductName()),
     listener (toTell),
-    logo (Icons::fromSvg (
-        juce::String::fromUTF8 (EmbeddedResources::PluginLogo_svg, EmbeddedResources::PluginLogo_svgSize))),
+    logo (Icons::fromSvg (logoSvg)),
     description (std::make_unique<PluginDescComponent> (product)),
     credits (product.getProductName(), product.getYear())
 {
@@ -162,4 +160,4 @@ void AboutWindow::buttonClicked (juce::Button*)
     dismiss();
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -5,9 +5,9 @@
 #include <memory>
 
 #include "editor/CreditsText.h"
-#include "widgets/WindowComponent.h"
+#include "widgets/windows/WindowComponent.h"
 
-namespace quilvane
+namespace K7R
 {
 
 class SoftwareDesignation;
@@ -25,7 +25,8 @@ public:
         virtual void aboutWindowClosed (AboutWindow&) = 0;
     };
 
-    AboutWindow (const SoftwareDesignation&, Listener&);
+    /** @param logoSvg the product's logo, for the banner; the banner goes without one that can't be read */
+    AboutWindow (const SoftwareDesignation&, const juce::String& logoSvg, Listener&);
     ~AboutWindow() override;
 
     void dismiss() override;
@@ -50,4 +51,4 @@ private:
     juce::Rectangle<int> banner;
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -6,9 +6,9 @@
 
 #include "core/BasePlugin.h"
 #include "core/FrameworkIds.h"
-#include "skin/GFXAnimation.h"
+#include "skin/displays/GFXAnimation.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -387,4 +387,4 @@ void BasePluginEditor::controllerEvent (GUIController& controller, int eventId)
     controllerValueChanged (controller);
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -9,13 +9,13 @@
 #include "core/PresetSession.h"
 #include "editor/EditorWindows.h"
 #include "editor/StatusBar.h"
-#include "parameters/Ticker.h"
 #include "skin/GFXPanel.h"
-#include "skin/SkinFile.h"
-#include "widgets/DefaultLookAndFeel.h"
-#include "widgets/FloatingLayer.h"
+#include "skin/files/SkinFile.h"
+#include "support/Ticker.h"
+#include "widgets/look/DefaultLookAndFeel.h"
+#include "widgets/windows/FloatingLayer.h"
 
-namespace quilvane
+namespace K7R
 {
 
 class BasePlugin;
@@ -199,4 +199,4 @@ private:
     bool browserReturnsAfterSave = false; // it was open when "Save Preset" came
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -6,7 +6,7 @@
 #include "core/FrameworkIds.h"
 #include "editor/BasePluginEditor.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -53,10 +53,10 @@ void BasePluginEditor::selectAdjacentPreset (int eventId)
     windows.showPresetChangedAlert (
         [this, eventId] (int answer, bool isUnwanted)
         {
-            if (answer == K7R::AlertWindow::yes)
+            if (answer == AlertWindow::yes)
                 return savePreset();
 
-            if (answer != K7R::AlertWindow::no)
+            if (answer != AlertWindow::no)
                 return;
 
             windows.setPresetChangeWarning (! isUnwanted);
@@ -133,4 +133,4 @@ void BasePluginEditor::browserMessage (const juce::String& text)
     statusBar.showMessage (text, messagePriority, messageTimeoutMs);
 }
 
-} // namespace quilvane
+} // namespace K7R

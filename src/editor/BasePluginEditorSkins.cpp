@@ -7,7 +7,7 @@
 #include "core/BasePlugin.h"
 #include "editor/BasePluginEditor.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -192,4 +192,4 @@ bool BasePluginEditor::loadSkin (const juce::String& name)
     return true;
 }
 
-} // namespace quilvane
+} // namespace K7R

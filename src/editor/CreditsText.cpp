@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -66,4 +66,4 @@ void CreditsText::paint (juce::Graphics& g)
     layout.draw (g, getLocalBounds().toFloat());
 }
 
-} // namespace quilvane
+} // namespace K7R

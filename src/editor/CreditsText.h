@@ -4,7 +4,7 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
-namespace quilvane
+namespace K7R
 {
 
 /** Who made what the program is made of, and under which terms it may be used. As high as its text at its width. */
@@ -26,4 +26,4 @@ private:
     juce::TextLayout layout;
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -4,12 +4,12 @@
 
 #include "core/BasePlugin.h"
 #include "editor/BasePluginEditor.h"
-#include "editor/MapSettingsComponent.h"
 #include "editor/MidiLearnLayer.h"
-#include "editor/PresetSettingsComponent.h"
-#include "editor/QualitySettingsComponent.h"
+#include "editor/settings/MapSettingsComponent.h"
+#include "editor/settings/PresetSettingsComponent.h"
+#include "editor/settings/QualitySettingsComponent.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -101,7 +101,10 @@ void EditorWindows::setPresetChangeWarning (bool warns)
 //==============================================================================
 void EditorWindows::showAbout()
 {
-    about = std::make_unique<AboutWindow> (plugin, self<AboutWindow::Listener>());
+    const auto logo = plugin.getEmbeddedFile ("PluginLogo.svg");
+    about = std::make_unique<AboutWindow> (
+        plugin, juce::String::fromUTF8 (static_cast<const char*> (logo.data), static_cast<int> (logo.numBytes)),
+        self<AboutWindow::Listener>());
     about->fitInto (editor.getWidth() - margin, editor.getPanelHeight() - margin);
     editor.addChildComponent (*about);
     about->open();
@@ -205,11 +208,11 @@ void EditorWindows::endMidiLearn()
 void EditorWindows::showPresetChangedAlert (std::function<void (int, bool)> onAnswer)
 {
     onPresetChangedAnswer = std::move (onAnswer);
-    presetChangedAlert = std::make_unique<PresetChangedAlert> (&self<K7R::AlertWindow::Caller>());
+    presetChangedAlert = std::make_unique<PresetChangedAlert> (&self<AlertWindow::Caller>());
     presetChangedAlert->show (editor);
 }
 
-void EditorWindows::alertClosed (K7R::AlertWindow*, int result)
+void EditorWindows::alertClosed (AlertWindow*, int result)
 {
     const auto answered = std::move (presetChangedAlert);
 
@@ -223,4 +226,4 @@ void EditorWindows::closeAll()
     ModalComponent::dismissAll (editor);
 }
 
-} // namespace quilvane
+} // namespace K7R

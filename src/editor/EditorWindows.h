@@ -6,13 +6,13 @@
 #include <memory>
 
 #include "editor/AboutWindow.h"
-#include "editor/GUISettingsComponent.h"
-#include "editor/OptionsWindow.h"
 #include "editor/ParameterInfo.h"
 #include "editor/PresetChangedAlert.h"
-#include "widgets/FloatingComponentOwner.h"
+#include "editor/settings/GUISettingsComponent.h"
+#include "editor/settings/OptionsWindow.h"
+#include "widgets/windows/FloatingComponentOwner.h"
 
-namespace quilvane
+namespace K7R
 {
 
 class BasePlugin;
@@ -26,7 +26,7 @@ class EditorWindows final : private GUISettingsComponent::Listener,
                             private ParameterInfo::Listener,
                             private AboutWindow::Listener,
                             private FloatingComponentOwner::Callback,
-                            private K7R::AlertWindow::Caller
+                            private AlertWindow::Caller
 {
 public:
     EditorWindows (BasePluginEditor&, BasePlugin&);
@@ -47,7 +47,7 @@ public:
     bool isMidiLearning() const;
 
     /** Asks what becomes of the changes to the parameters.
-        @param onAnswer told a code of K7R::AlertWindow, and whether the user doesn't want to be asked again */
+        @param onAnswer told a code of AlertWindow, and whether the user doesn't want to be asked again */
     void showPresetChangedAlert (std::function<void (int answer, bool isUnwanted)> onAnswer);
 
     /** Whether stepping to another preset warns of changes. */
@@ -78,7 +78,7 @@ private:
     void aboutWindowClosed (AboutWindow&) override;
     void floatingComponentHidden (juce::Component&, const juce::MouseEvent*) override;
     bool keepsFloatingComponent (juce::Component&, const juce::MouseEvent&) override;
-    void alertClosed (K7R::AlertWindow*, int result) override;
+    void alertClosed (AlertWindow*, int result) override;
 
     BasePluginEditor& editor;
     BasePlugin& plugin;
@@ -95,4 +95,4 @@ private:
     std::function<void (int, bool)> onPresetChangedAnswer;
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -2,10 +2,10 @@
 
 #include "editor/FloatingPanel.h"
 
-#include "widgets/DefaultLookAndFeel.h"
-#include "widgets/FloatingComponentOwner.h"
+#include "widgets/look/DefaultLookAndFeel.h"
+#include "widgets/windows/FloatingComponentOwner.h"
 
-namespace quilvane
+namespace K7R
 {
 
 FloatingPanel::FloatingPanel()
@@ -33,4 +33,4 @@ bool FloatingPanel::keyPressed (const juce::KeyPress& key)
     return key == juce::KeyPress::escapeKey && FloatingComponentOwner::hideFloating (*this, *this, nullptr);
 }
 
-} // namespace quilvane
+} // namespace K7R

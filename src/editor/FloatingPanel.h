@@ -2,9 +2,9 @@
 
 #pragma once
 
-#include "widgets/PanelComponent.h"
+#include "widgets/controls/PanelComponent.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** The ground of what floats over the panel: dark, as the status bar is. Escape hides it. */
@@ -25,4 +25,4 @@ protected:
     virtual juce::Component* getFirstFocus();
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -2,9 +2,9 @@
 
 #include "editor/GUIPickerComponent.h"
 
-#include "widgets/Icons.h"
+#include "widgets/look/Icons.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -48,4 +48,4 @@ void GUIPickerComponent::resized()
     smallButton.setBounds (area.removeFromRight ((width - spacing) / 2));
 }
 
-} // namespace quilvane
+} // namespace K7R

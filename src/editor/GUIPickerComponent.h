@@ -5,9 +5,9 @@
 #include <functional>
 #include <memory>
 
-#include "widgets/HardLabel.h"
+#include "widgets/look/HardLabel.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** The choice between the two sizes of the product's skin. */
@@ -28,4 +28,4 @@ private:
     juce::TextButton bigButton { "Big" }, smallButton { "Small" };
 };
 
-} // namespace quilvane
+} // namespace K7R

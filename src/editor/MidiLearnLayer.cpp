@@ -3,11 +3,11 @@
 #include "editor/MidiLearnLayer.h"
 
 #include "parameters/MidiControlMap.h"
-#include "skin/GFXDisplay.h"
 #include "skin/GFXPanel.h"
-#include "widgets/DefaultLookAndFeel.h"
+#include "skin/displays/GFXDisplay.h"
+#include "widgets/look/DefaultLookAndFeel.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -141,4 +141,4 @@ void MidiLearnLayer::paint (juce::Graphics& g)
     }
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -7,7 +7,7 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
-namespace quilvane
+namespace K7R
 {
 
 class GFXPanel;
@@ -50,4 +50,4 @@ private:
     int pressed = -1;
 };
 
-} // namespace quilvane
+} // namespace K7R

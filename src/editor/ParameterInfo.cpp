@@ -3,10 +3,10 @@
 #include "editor/ParameterInfo.h"
 
 #include "parameters/BoolParameter.h"
-#include "widgets/DefaultLookAndFeel.h"
-#include "widgets/Icons.h"
+#include "widgets/look/DefaultLookAndFeel.h"
+#include "widgets/look/Icons.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -254,4 +254,4 @@ bool ParameterInfo::keyPressed (const juce::KeyPress& key)
     return true;
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -8,10 +8,10 @@
 #include "editor/FloatingPanel.h"
 #include "parameters/MidiControlMap.h"
 #include "parameters/Parameter.h"
-#include "widgets/HardLabel.h"
-#include "widgets/TextButtonWithIcon.h"
+#include "widgets/controls/TextButtonWithIcon.h"
+#include "widgets/look/HardLabel.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** Tells of one parameter what it is and which MIDI controller moves it, and lets the user teach it another one. What
@@ -93,4 +93,4 @@ private:
     MidiCCComponent controllers;
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -2,9 +2,9 @@
 
 #include "editor/PresetChangedAlert.h"
 
-#include "widgets/DefaultLookAndFeel.h"
+#include "widgets/look/DefaultLookAndFeel.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -56,4 +56,4 @@ std::vector<juce::Component*> PresetChangedAlert::getFocusOrder()
     return order;
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -2,14 +2,14 @@
 
 #pragma once
 
-#include "widgets/AlertWindow.h"
-#include "widgets/FocusableCheckBox.h"
+#include "widgets/controls/FocusableCheckBox.h"
+#include "widgets/windows/AlertWindow.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** Warns that stepping to another preset loses changes. Its results are "Yes", "No" and "Cancel". */
-class PresetChangedAlert final : public K7R::AlertWindow
+class PresetChangedAlert final : public AlertWindow
 {
 public:
     explicit PresetChangedAlert (Caller*);
@@ -30,4 +30,4 @@ private:
     FocusableCheckBox box { "Don't show this warning again" };
 };
 
-} // namespace quilvane
+} // namespace K7R

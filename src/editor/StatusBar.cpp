@@ -4,13 +4,13 @@
 
 #include "core/BasePlugin.h"
 #include "editor/GUIPickerComponent.h"
-#include "editor/MidiMapComponent.h"
-#include "editor/QualitySettingsComponent.h"
+#include "editor/settings/MidiMapComponent.h"
+#include "editor/settings/QualitySettingsComponent.h"
 #include "parameters/IntParameter.h"
-#include "widgets/DefaultLookAndFeel.h"
-#include "widgets/Icons.h"
+#include "widgets/look/DefaultLookAndFeel.h"
+#include "widgets/look/Icons.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -220,4 +220,4 @@ void StatusBar::paint (juce::Graphics& g)
     g.drawText (message, area, juce::Justification::centredLeft);
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -8,10 +8,10 @@
 
 #include "editor/FloatingPanel.h"
 #include "parameters/Parameter.h"
-#include "widgets/FloatingComponentOwner.h"
-#include "widgets/TextButtonWithIcon.h"
+#include "widgets/controls/TextButtonWithIcon.h"
+#include "widgets/windows/FloatingComponentOwner.h"
 
-namespace quilvane
+namespace K7R
 {
 
 class BasePlugin;
@@ -90,4 +90,4 @@ private:
     int priority = 0;
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -6,7 +6,7 @@
 #include <array>
 #include <cmath>
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -171,4 +171,4 @@ juce::String AnswerParameter::getString() const
     return getBool() ? "yes" : "no";
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -4,7 +4,7 @@
 
 #include "parameters/Parameter.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** A switch; its machine text is "true" or "false". */
@@ -87,4 +87,4 @@ public:
     juce::String getString() const override;
 };
 
-} // namespace quilvane
+} // namespace K7R

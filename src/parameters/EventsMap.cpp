@@ -2,7 +2,7 @@
 
 #include "parameters/EventsMap.h"
 
-namespace quilvane
+namespace K7R
 {
 
 bool EventsMap::addEvent (const juce::String& name, int uid)
@@ -50,4 +50,4 @@ juce::String EventsMap::getDisplayName (int uid) const
     return name.substring (0, 1).toUpperCase() + name.substring (1).toLowerCase();
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -7,7 +7,7 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane
+namespace K7R
 {
 
 /** Named commands and their numbers ("Options" is 1000), which skins and maps refer to.
@@ -41,4 +41,4 @@ private:
     std::map<int, juce::String> names;
 };
 
-} // namespace quilvane
+} // namespace K7R

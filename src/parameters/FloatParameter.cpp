@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-namespace quilvane
+namespace K7R
 {
 
 FloatParameter::FloatParameter (int id, const juce::String& name, float end1, float end2, float defaultValue) :
@@ -142,4 +142,4 @@ bool FloatParameter::store (float newValue, float newNormalised, bool notify)
     return true;
 }
 
-} // namespace quilvane
+} // namespace K7R

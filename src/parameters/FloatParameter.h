@@ -4,7 +4,7 @@
 
 #include "parameters/Parameter.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** A number in a range, with a curve between its normalised and its plain value.
@@ -64,4 +64,4 @@ private:
     std::atomic<float> normalised;
 };
 
-} // namespace quilvane
+} // namespace K7R

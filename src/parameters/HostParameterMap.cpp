@@ -2,7 +2,7 @@
 
 #include "parameters/HostParameterMap.h"
 
-namespace quilvane
+namespace K7R
 {
 
 Parameter* HostParameterMap::get (int hostIndex) const noexcept
@@ -73,4 +73,4 @@ HostParameterMap::ScopedHostSet::~ScopedHostSet()
         *guard = false;
 }
 
-} // namespace quilvane
+} // namespace K7R

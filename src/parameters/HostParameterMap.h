@@ -6,7 +6,7 @@
 #include <atomic>
 #include <cstddef>
 
-namespace quilvane
+namespace K7R
 {
 
 class Parameter;
@@ -82,4 +82,4 @@ private:
     std::array<Slot, capacity> slots;
 };
 
-} // namespace quilvane
+} // namespace K7R

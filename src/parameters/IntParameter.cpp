@@ -5,7 +5,7 @@
 #include <array>
 #include <cmath>
 
-namespace quilvane
+namespace K7R
 {
 
 IntParameter::IntParameter (int id, const juce::String& name, int lowest, int highest, int defaultValue) :
@@ -265,4 +265,4 @@ int NoteParameter::parseNoteName (const juce::String& text)
     return juce::jmin (highestNote, octaveNumber * notesPerOctave + semitone (letter, accidental == '#'));
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -4,7 +4,7 @@
 
 #include "parameters/Parameter.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** An integer in a range. */
@@ -106,4 +106,4 @@ protected:
     bool setTypedText (const juce::String& text, bool notify) override;
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -4,10 +4,10 @@
 
 #include <algorithm>
 
-#include "parameters/BoundedXml.h"
 #include "parameters/ParameterManager.h"
+#include "support/BoundedXml.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -270,4 +270,4 @@ std::unique_ptr<juce::XmlElement> MidiControlMap::createXml() const
     return xml;
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -8,9 +8,9 @@
 
 #include <juce_audio_basics/juce_audio_basics.h>
 
-#include "parameters/ListenerArray.h"
+#include "support/ListenerArray.h"
 
-namespace quilvane
+namespace K7R
 {
 
 class Parameter;
@@ -143,4 +143,4 @@ private:
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (MidiControlMap)
 };
 
-} // namespace quilvane
+} // namespace K7R

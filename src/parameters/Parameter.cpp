@@ -2,9 +2,9 @@
 
 #include "parameters/Parameter.h"
 
-#include "parameters/UpdateRelay.h"
+#include "support/UpdateRelay.h"
 
-namespace quilvane
+namespace K7R
 {
 
 Parameter::Parameter (int id, const juce::String& name) : parameterId (id), parameterName (name) {}
@@ -113,4 +113,4 @@ void Parameter::handleAsyncUpdate()
     asyncListeners.call ([this] (Listener& l) { l.parameterChanged (*this); });
 }
 
-} // namespace quilvane
+} // namespace K7R

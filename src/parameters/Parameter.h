@@ -7,10 +7,10 @@
 
 #include <juce_events/juce_events.h>
 
-#include "parameters/ListenerArray.h"
 #include "parameters/ValueFormat.h"
+#include "support/ListenerArray.h"
 
-namespace quilvane
+namespace K7R
 {
 
 class Parameter;
@@ -165,4 +165,4 @@ private:
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (Parameter)
 };
 
-} // namespace quilvane
+} // namespace K7R

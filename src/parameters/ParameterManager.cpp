@@ -7,7 +7,7 @@
 #include "parameters/IntParameter.h"
 #include "parameters/StringParameter.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -244,4 +244,4 @@ float ParameterManager::getDefaultNormalised (int id) const
     return original != nullptr ? original->getNormalised() : 0.0f;
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "parameters/Parameter.h"
-#include "parameters/UpdateRelay.h"
+#include "support/UpdateRelay.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** Owns every parameter of a plug-in and finds them by id and by name.
@@ -105,4 +105,4 @@ private:
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (ParameterManager)
 };
 
-} // namespace quilvane
+} // namespace K7R

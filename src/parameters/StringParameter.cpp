@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-namespace quilvane
+namespace K7R
 {
 
 StringParameter::StringParameter (int id, const juce::String& name, const juce::String& defaultText) :
@@ -105,4 +105,4 @@ bool StringParameter::copyFrom (const Parameter& other, bool notify)
     return setString (other.getString(), notify);
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -4,7 +4,7 @@
 
 #include "parameters/Parameter.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** A text. Guarded by a read-write lock, so neither read nor set on the audio thread. */
@@ -46,4 +46,4 @@ private:
     juce::String value;
 };
 
-} // namespace quilvane
+} // namespace K7R

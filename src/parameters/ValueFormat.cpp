@@ -6,7 +6,7 @@
 #include <cmath>
 #include <utility>
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -252,4 +252,4 @@ std::optional<TypedValue> readValue (ValueFormat format, const juce::String& tex
     return {};
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -6,7 +6,7 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane
+namespace K7R
 {
 
 /** How a parameter's value becomes the text that hosts and displays show.
@@ -62,4 +62,4 @@ std::optional<TypedValue> readValue (ValueFormat, const juce::String& text, cons
 /** Reads a number, and the unit or the beginning of it; nothing for any other text. */
 std::optional<double> readNumber (const juce::String& text, const juce::String& unit);
 
-} // namespace quilvane
+} // namespace K7R

@@ -3,13 +3,15 @@
 #include "product/Quilvane.h"
 
 #include "EmbeddedResources.h"
-#include "dsp/QuilvaneCore.h"
-#include "dsp/QuilvaneParameterIds.h"
+#include "dsp/phaser/QuilvaneCore.h"
+#include "dsp/phaser/QuilvaneParameterIds.h"
 #include "product/QuilvaneEditor.h"
 #include "product/QuilvaneParameterManager.h"
 
 namespace quilvane
 {
+
+using namespace K7R;
 
 namespace
 {

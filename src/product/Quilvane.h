@@ -5,25 +5,25 @@
 #include <memory>
 
 #include "core/PluginAudioProcessor.h"
-#include "product/GlassRailEffect.h"
+#include "effect/GlassRailEffect.h"
 
 namespace quilvane
 {
 
 /** The product: identity texts and factories. */
-class Quilvane : public GlassRailEffect
+class Quilvane : public K7R::GlassRailEffect
 {
 public:
     Quilvane();
     ~Quilvane() override;
 
     /** A complete processor with its plug-in, as hosts get it. May throw while it is built. */
-    static std::unique_ptr<PluginAudioProcessor> createProcessor();
+    static std::unique_ptr<K7R::PluginAudioProcessor> createProcessor();
 
     /** The texts that are embedded in the binary. */
     static juce::String loadEmbeddedText (const juce::String& name);
 
-    EmbeddedFile getEmbeddedFile (const juce::String& name) const override;
+    K7R::EmbeddedFile getEmbeddedFile (const juce::String& name) const override;
 
     juce::String getProductName() const override { return "Quilvane 2"; }
     juce::String getDescription() const override { return "Steerable Spatial Phaser"; }
@@ -48,8 +48,8 @@ public:
     juce::String getPresetExtension() const override { return ".qvprs2"; }
 
 protected:
-    std::unique_ptr<GlassRailEffectCore> makeCore() override;
-    std::unique_ptr<PluginEditor> createEditor() override;
+    std::unique_ptr<K7R::GlassRailEffectCore> makeCore() override;
+    std::unique_ptr<K7R::PluginEditor> createEditor() override;
     bool usesHostParameterMap() const override { return true; }
     bool allowsMono() const override { return false; }
     bool usesTransport() const override { return true; }

@@ -2,13 +2,15 @@
 
 #include "product/QuilvaneEditor.h"
 
-#include "dsp/QuilvaneCore.h"
-#include "dsp/QuilvaneParameterIds.h"
+#include "dsp/phaser/QuilvaneCore.h"
+#include "dsp/phaser/QuilvaneParameterIds.h"
 #include "product/Quilvane.h"
-#include "skin/GFXAnimation.h"
+#include "skin/displays/GFXAnimation.h"
 
 namespace quilvane
 {
+
+using namespace K7R;
 
 QuilvaneEditor::QuilvaneEditor (Quilvane& owner) :
     GlassRailEffectEditor (owner),

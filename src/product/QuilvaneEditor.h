@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "product/GlassRailEffectEditor.h"
+#include "effect/GlassRailEffectEditor.h"
 
 namespace quilvane
 {
@@ -13,7 +13,7 @@ class Quilvane;
 
 /** The phaser's editor: each oscillator shows its rate, or its note value and scale when it's synced, and a light
     that moves with it. */
-class QuilvaneEditor final : public GlassRailEffectEditor
+class QuilvaneEditor final : public K7R::GlassRailEffectEditor
 {
 public:
     explicit QuilvaneEditor (Quilvane&);
@@ -22,7 +22,7 @@ protected:
     void skinUnloading() override;
     void skinLoaded() override;
     void timerTick (bool isShown) override;
-    void parameterChanged (Parameter&) override;
+    void parameterChanged (K7R::Parameter&) override;
 
 private:
     struct Oscillator
@@ -31,7 +31,7 @@ private:
         juce::Component* rate = nullptr;
         juce::Component* noteRate = nullptr;
         juce::Component* noteScale = nullptr;
-        GFXAnimation* light = nullptr;
+        K7R::GFXAnimation* light = nullptr;
 
         void showSync (bool isSynced) const;
         void showValue (float) const;

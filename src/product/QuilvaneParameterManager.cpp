@@ -4,10 +4,12 @@
 
 #include <cmath>
 
-#include "dsp/QuilvaneParameterIds.h"
+#include "dsp/phaser/QuilvaneParameterIds.h"
 
 namespace quilvane
 {
+
+using namespace K7R;
 
 //==============================================================================
 float QuilvaneParameterManager::LFOFreqCurve::toValue (float n)

@@ -9,12 +9,12 @@ namespace quilvane
 {
 
 /** Gives some parameters of the phaser's table a curve of their own, by their id. */
-class QuilvaneParameterManager final : public ParameterManager
+class QuilvaneParameterManager final : public K7R::ParameterManager
 {
     /** A float parameter with the curve of a class that has toValue (normalised) and
         toNormalised (value). */
     template <typename Curve>
-    class CurvedParameter final : public FloatParameter
+    class CurvedParameter final : public K7R::FloatParameter
     {
     public:
         CurvedParameter (int id, const juce::String& name, float end1, float end2, float defaultValue) :
@@ -23,7 +23,7 @@ class QuilvaneParameterManager final : public ParameterManager
             initialiseNormalised (Curve::toNormalised (getFloat()));
         }
 
-        std::unique_ptr<Parameter> clone (int newId, const juce::String& newName) const override
+        std::unique_ptr<K7R::Parameter> clone (int newId, const juce::String& newName) const override
         {
             auto copy = std::make_unique<CurvedParameter> (newId, newName, getMinimum(), getMaximum(), getFloat());
             copyStateTo (*copy);
@@ -64,8 +64,8 @@ public:
     using OutputVolumeParameter = CurvedParameter<OutputVolumeCurve>;
 
 protected:
-    std::unique_ptr<Parameter> createFloatParameter (int id, const juce::String& name, float minimum, float maximum,
-                                                     float defaultValue) override;
+    std::unique_ptr<K7R::Parameter> createFloatParameter (int id, const juce::String& name, float minimum,
+                                                          float maximum, float defaultValue) override;
 };
 
 } // namespace quilvane

@@ -8,6 +8,8 @@
 namespace quilvane
 {
 
+using namespace K7R;
+
 juce::String Quilvane::getReleaseChannel() const
 {
     return QUILVANE_CHANNEL;

@@ -3,9 +3,9 @@
 #include "skin/BaseGFXController.h"
 
 #include "skin/SkinElement.h"
-#include "skin/SkinFile.h"
+#include "skin/files/SkinFile.h"
 
-namespace quilvane
+namespace K7R
 {
 
 void BaseGFXController::readFromXml (const juce::XmlElement& element, SkinFile& skin)
@@ -73,4 +73,4 @@ void BaseGFXController::place (juce::Component& component) const
     component.repaint();
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -5,7 +5,7 @@
 #include "skin/FilmStrip.h"
 #include "skin/GUIController.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** A control with a film strip, a size and a place in its panel. */
@@ -46,4 +46,4 @@ private:
     int left = 0, top = 0;
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -4,7 +4,7 @@
 
 #include <juce_events/juce_events.h>
 
-namespace quilvane
+namespace K7R
 {
 
 /** The clock of a control that can blink. Whoever wants a control to blink starts it; while it runs, each tick
@@ -54,4 +54,4 @@ private:
     bool blinkOn = false;
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -4,28 +4,28 @@
 
 #include <array>
 
-#include "skin/GFXAnimation.h"
-#include "skin/GFXButton.h"
-#include "skin/GFXDisplay.h"
-#include "skin/GFXKnob.h"
-#include "skin/GFXMidiChannelDisplay.h"
-#include "skin/GFXMultiStateButton.h"
 #include "skin/GFXPanel.h"
-#include "skin/GFXRocker.h"
-#include "skin/GFXSwitch.h"
-#include "skin/GFXToggleButton.h"
-#include "skin/ImageComboBox.h"
-#include "skin/ImageMidiKeyboard.h"
-#include "skin/MixerController.h"
-#include "skin/ModulationMatrixComponent.h"
-#include "skin/NoteDisplay.h"
-#include "skin/NumericDisplay.h"
-#include "skin/PatternNumberDisplay.h"
-#include "skin/PerformanceWheels.h"
-#include "skin/SkinFile.h"
-#include "skin/TextInput.h"
+#include "skin/composite/ImageComboBox.h"
+#include "skin/composite/ImageMidiKeyboard.h"
+#include "skin/composite/MixerController.h"
+#include "skin/composite/ModulationMatrixComponent.h"
+#include "skin/composite/TextInput.h"
+#include "skin/controls/GFXButton.h"
+#include "skin/controls/GFXKnob.h"
+#include "skin/controls/GFXMultiStateButton.h"
+#include "skin/controls/GFXRocker.h"
+#include "skin/controls/GFXSwitch.h"
+#include "skin/controls/GFXToggleButton.h"
+#include "skin/controls/PerformanceWheels.h"
+#include "skin/displays/GFXAnimation.h"
+#include "skin/displays/GFXDisplay.h"
+#include "skin/displays/GFXMidiChannelDisplay.h"
+#include "skin/displays/NoteDisplay.h"
+#include "skin/displays/NumericDisplay.h"
+#include "skin/displays/PatternNumberDisplay.h"
+#include "skin/files/SkinFile.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -99,4 +99,4 @@ std::unique_ptr<juce::Component> createControl (const juce::XmlElement& element,
     return nullptr;
 }
 
-} // namespace quilvane
+} // namespace K7R

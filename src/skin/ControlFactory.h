@@ -6,7 +6,7 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
-namespace quilvane
+namespace K7R
 {
 
 class SkinFile;
@@ -17,4 +17,4 @@ class SkinFile;
     @returns null for an unknown tag */
 std::unique_ptr<juce::Component> createControl (const juce::XmlElement&, SkinFile&);
 
-} // namespace quilvane
+} // namespace K7R

@@ -4,7 +4,7 @@
 
 #include "skin/FilmStrip.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** What controls without an image paint in its place; an aid for people who make skins. */
@@ -93,4 +93,4 @@ struct Fallbacks
     static constexpr float textHeight = 13.0f;
 };
 
-} // namespace quilvane
+} // namespace K7R

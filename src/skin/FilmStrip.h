@@ -5,9 +5,9 @@
 #include <cmath>
 
 #include "skin/SkinElement.h"
-#include "skin/SkinFile.h"
+#include "skin/files/SkinFile.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** An image of frames of one size, stacked from the top down; invalid until it's given one. */
@@ -84,4 +84,4 @@ inline FilmStrip readStrip (const juce::XmlElement& element, const char* nameAtt
     return readStrip (element, nameAttribute, element.getIntAttribute (framesAttribute, 1), skin);
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -4,10 +4,10 @@
 
 #include "skin/ControlFactory.h"
 #include "skin/SkinElement.h"
-#include "skin/SkinFile.h"
 #include "skin/SkinParameterController.h"
+#include "skin/files/SkinFile.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -96,4 +96,4 @@ void GFXPanel::paint (juce::Graphics& g)
         g.fillAll (findColour (backgroundColourId));
 }
 
-} // namespace quilvane
+} // namespace K7R

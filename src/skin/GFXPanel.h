@@ -6,7 +6,7 @@
 
 #include "skin/BaseGFXController.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** A part of a skin that holds controls, and panels within it. It owns them; they are its child components.
@@ -43,4 +43,4 @@ private:
     juce::OwnedArray<juce::Component> controls;
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -3,9 +3,9 @@
 #include "skin/GUIController.h"
 
 #include "core/BasePlugin.h"
-#include "skin/SkinFile.h"
+#include "skin/files/SkinFile.h"
 
-namespace quilvane
+namespace K7R
 {
 
 GUIController::~GUIController()
@@ -160,4 +160,4 @@ void GUIController::fireEvent (int eventId)
         listeners.call ([this, eventId] (auto& listener) { listener.controllerEvent (*this, eventId); });
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -8,7 +8,7 @@
 #include "skin/BlinkingComponent.h"
 #include "skin/SkinControl.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** A control that may be tied to one parameter, and tells its listeners of gestures, changes of value and named
@@ -93,4 +93,4 @@ private:
     bool gestureIsOpen = false;
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -7,7 +7,7 @@
 
 #include "parameters/Parameter.h"
 
-namespace quilvane
+namespace K7R
 {
 
 SkinControl::~SkinControl()
@@ -41,4 +41,4 @@ void SkinControl::closeGestures()
         parameter->endGesture();
 }
 
-} // namespace quilvane
+} // namespace K7R

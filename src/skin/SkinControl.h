@@ -6,9 +6,9 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
-#include "parameters/ListenerArray.h"
+#include "support/ListenerArray.h"
 
-namespace quilvane
+namespace K7R
 {
 
 class GUIController;
@@ -91,4 +91,4 @@ private:
     std::vector<Parameter*> openGestures;
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -7,7 +7,7 @@
 // What the readers of controls share: the child elements and attributes of a skin's document. Sizes and places are
 // bounded, because a host's window and the buffers that are painted into grow with them.
 
-namespace quilvane
+namespace K7R
 {
 
 /** In pixels; no screen is as large. */
@@ -95,4 +95,4 @@ inline void readClickEvent (juce::Button& button, const juce::XmlElement& elemen
         button.setTriggeredOnMouseDown (text == "onPress");
 }
 
-} // namespace quilvane
+} // namespace K7R

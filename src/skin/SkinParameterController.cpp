@@ -6,9 +6,9 @@
 
 #include "core/BasePlugin.h"
 #include "skin/SkinElement.h"
-#include "skin/SkinFile.h"
+#include "skin/files/SkinFile.h"
 
-namespace quilvane
+namespace K7R
 {
 
 void SkinParameterController::readParameter (const juce::XmlElement& param, SkinFile& skin)
@@ -32,4 +32,4 @@ void SkinParameterController::notifyMoved (Parameter& parameter)
     listeners.call ([&] (auto& listener) { listener.controllerParameterMoved (parameter); });
 }
 
-} // namespace quilvane
+} // namespace K7R

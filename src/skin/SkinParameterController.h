@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "skin/SkinControl.h"
-#include "widgets/ParameterController.h"
+#include "widgets/controls/ParameterController.h"
 
-namespace quilvane
+namespace K7R
 {
 
 /** A control of a skin that moves any number of parameters by itself, which its element lists by "param" elements. */
@@ -31,4 +31,4 @@ private:
     std::vector<const Parameter*> notReset; // by a double click
 };
 
-} // namespace quilvane
+} // namespace K7R

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstring>
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -96,4 +96,4 @@ std::vector<SkinProblems::Problem> SkinProblems::getProblems() const
     return sorted;
 }
 
-} // namespace quilvane
+} // namespace K7R

@@ -7,7 +7,7 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane
+namespace K7R
 {
 
 /** A list of what in a skin can't be shown, and where, for people who make skins.
@@ -50,4 +50,4 @@ private:
     std::vector<Problem> problems;
 };
 
-} // namespace quilvane
+} // namespace K7R

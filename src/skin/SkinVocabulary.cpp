@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <array>
 
-#include "skin/SkinFile.h"
+#include "skin/files/SkinFile.h"
 
-namespace quilvane
+namespace K7R
 {
 
 namespace
@@ -137,4 +137,4 @@ void reportUnknownNames (const juce::XmlElement& element, SkinFile& skin)
     check (element, false, skin);
 }
 
-} // namespace quilvane
+} // namespace K7R

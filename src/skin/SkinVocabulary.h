@@ -4,7 +4,7 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane
+namespace K7R
 {
 
 class SkinFile;
@@ -14,4 +14,4 @@ class SkinFile;
     createControl(). */
 void reportUnknownNames (const juce::XmlElement&, SkinFile&);
 
-} // namespace quilvane
+} // namespace K7R

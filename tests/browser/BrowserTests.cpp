@@ -7,11 +7,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "browser/CategoryFilters.h"
 #include "browser/PackageExport.h"
 #include "browser/PackageImportExport.h"
-#include "browser/ResultList.h"
-#include "browser/TagAssignment.h"
+#include "browser/rules/CategoryFilters.h"
+#include "browser/rules/ResultList.h"
+#include "browser/rules/TagAssignment.h"
 #include "content/PresetsDirectoryContent.h"
 #include "support/LyingArchive.h"
 #include "support/MessageLoop.h"
@@ -19,8 +19,8 @@
 #include "support/PresetFiles.h"
 #include "support/TestDesktop.h"
 
-using namespace quilvane;
-using namespace quilvane::test;
+using namespace K7R;
+using namespace K7R::test;
 
 namespace
 {

@@ -8,9 +8,9 @@
 #include "support/LyingArchive.h"
 #include "support/PackageInTest.h"
 
-using namespace quilvane;
-using namespace quilvane::package;
-using namespace quilvane::test;
+using namespace K7R;
+using namespace K7R::package;
+using namespace K7R::test;
 
 //==============================================================================
 TEST (HostilePackage, NamesAreTexts)

@@ -10,9 +10,9 @@
 namespace
 {
 
-using namespace quilvane;
-using namespace quilvane::package;
-using namespace quilvane::test;
+using namespace K7R;
+using namespace K7R::package;
+using namespace K7R::test;
 
 /** The first content that can be signed and whose digest the test wants. */
 juce::MemoryBlock findContent (const std::function<bool (const juce::String&)>& isWanted)

@@ -18,8 +18,8 @@
 namespace
 {
 
-using namespace quilvane;
-using namespace quilvane::package;
+using namespace K7R;
+using namespace K7R::package;
 
 constexpr auto manifestText = "<Package product=\"Quilvane 2\" name=\"Bank\" revision=\"7\"/>";
 

@@ -12,12 +12,12 @@
 #include "content/PresetsDirectoryContent.h"
 #include "content/PresetsPackageContent.h"
 #include "content/TagMap.h"
-#include "parameters/SafeFile.h"
 #include "support/PackageInTest.h"
 #include "support/PresetFiles.h"
+#include "support/SafeFile.h"
 
-using namespace quilvane;
-using namespace quilvane::test;
+using namespace K7R;
+using namespace K7R::test;
 
 //==============================================================================
 TEST (Tags, KeepTheirTextAndTheirOrder)

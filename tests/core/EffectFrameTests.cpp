@@ -7,10 +7,11 @@
 
 #include <gtest/gtest.h>
 
-#include "dsp/GlassRailEffectCore.h"
+#include "effect/GlassRailEffectCore.h"
 #include "support/PluginInTest.h"
 #include "support/TestEffect.h"
 
+using namespace K7R;
 using namespace quilvane;
 
 namespace

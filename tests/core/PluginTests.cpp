@@ -7,11 +7,12 @@
 #include <gtest/gtest.h>
 
 #include "core/FrameworkIds.h"
-#include "parameters/BoundedXml.h"
+#include "support/BoundedXml.h"
 #include "support/PluginInTest.h"
 #include "support/Signals.h"
 #include "support/TestEffect.h"
 
+using namespace K7R;
 using namespace quilvane;
 
 namespace

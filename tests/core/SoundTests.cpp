@@ -9,6 +9,7 @@
 #include "support/PluginInTest.h"
 #include "support/Signals.h"
 
+using namespace K7R;
 using namespace quilvane;
 using namespace quilvane::parameterIds;
 

@@ -6,12 +6,13 @@
 
 #include "core/FrameworkIds.h"
 #include "core/PluginAudioProcessor.h"
-#include "parameters/BoundedXml.h"
-#include "parameters/Ticker.h"
+#include "support/BoundedXml.h"
 #include "support/MessageLoop.h"
 #include "support/PluginInTest.h"
 #include "support/PortableEffect.h"
+#include "support/Ticker.h"
 
+using namespace K7R;
 using namespace quilvane;
 
 namespace

@@ -12,6 +12,7 @@
 #include "support/PluginInTest.h"
 #include "support/Signals.h"
 
+using namespace K7R;
 using namespace quilvane;
 
 TEST (Threads, OfAHostMayDoEverythingAtOnce)

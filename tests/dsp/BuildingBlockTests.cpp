@@ -7,11 +7,12 @@
 #include <gtest/gtest.h>
 
 #include "dsp/OversampleIIR.h"
-#include "dsp/QuilvaneLFO.h"
-#include "dsp/QuilvaneOTA.h"
 #include "dsp/SampleRateConstants.h"
+#include "dsp/phaser/QuilvaneLFO.h"
+#include "dsp/phaser/QuilvaneOTA.h"
 #include "support/Signals.h"
 
+using namespace K7R;
 using namespace quilvane;
 
 namespace

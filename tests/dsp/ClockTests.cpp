@@ -7,7 +7,7 @@
 #include "dsp/Clock.h"
 #include "support/MessageLoop.h"
 
-using namespace quilvane;
+using namespace K7R;
 
 namespace
 {

@@ -8,9 +8,10 @@
 
 #include <gtest/gtest.h>
 
-#include "dsp/FastNetwork.h"
-#include "dsp/FastOscillators.h"
+#include "dsp/phaser/FastNetwork.h"
+#include "dsp/phaser/FastOscillators.h"
 
+using namespace K7R;
 using namespace quilvane;
 
 namespace

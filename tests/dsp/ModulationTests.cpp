@@ -6,10 +6,11 @@
 
 #include <gtest/gtest.h>
 
-#include "dsp/Modulation.h"
-#include "dsp/QuilvaneParameterIds.h"
+#include "dsp/phaser/Modulation.h"
+#include "dsp/phaser/QuilvaneParameterIds.h"
 #include "support/PluginInTest.h"
 
+using namespace K7R;
 using namespace quilvane;
 using namespace quilvane::parameterIds;
 

@@ -5,11 +5,12 @@
 #include <gtest/gtest.h>
 
 #include "core/FrameworkIds.h"
-#include "dsp/QuilvaneCore.h"
+#include "dsp/phaser/QuilvaneCore.h"
 #include "reference/ReferencePhaser.h"
 #include "support/PluginInTest.h"
 #include "support/Signals.h"
 
+using namespace K7R;
 using namespace quilvane;
 using namespace quilvane::parameterIds;
 

@@ -6,7 +6,7 @@
 #include "parameters/MidiControlMap.h"
 #include "parameters/ParameterManager.h"
 
-using namespace quilvane;
+using namespace K7R;
 
 namespace
 {

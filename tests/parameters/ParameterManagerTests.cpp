@@ -2,13 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include "parameters/BoundedXml.h"
 #include "parameters/EventsMap.h"
 #include "parameters/FloatParameter.h"
 #include "parameters/ParameterManager.h"
 #include "product/Quilvane.h"
 #include "product/QuilvaneParameterManager.h"
+#include "support/BoundedXml.h"
 
+using namespace K7R;
 using namespace quilvane;
 
 namespace

@@ -12,7 +12,7 @@
 #include "parameters/StringParameter.h"
 #include "support/MessageLoop.h"
 
-using namespace quilvane;
+using namespace K7R;
 
 namespace
 {

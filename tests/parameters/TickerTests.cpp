@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "parameters/Ticker.h"
+#include "support/Ticker.h"
 
 #include <functional>
 #include <memory>
@@ -9,7 +9,7 @@
 
 #include "support/MessageLoop.h"
 
-using namespace quilvane;
+using namespace K7R;
 
 namespace
 {

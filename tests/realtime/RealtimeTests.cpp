@@ -16,12 +16,13 @@
 
 #include "AudioThreadProbe.h"
 #include "core/FrameworkIds.h"
-#include "dsp/QuilvaneCore.h"
+#include "dsp/phaser/QuilvaneCore.h"
 #include "support/MessageLoop.h"
 #include "support/PluginInTest.h"
 #include "support/Signals.h"
 #include "support/TestEffect.h"
 
+using namespace K7R;
 using namespace quilvane;
 
 namespace

@@ -2,14 +2,15 @@
 
 // The buttons of skins: events, momentary and lasting links, frames.
 
-#include "skin/GFXButton.h"
-#include "skin/GFXMultiStateButton.h"
-#include "skin/GFXToggleButton.h"
+#include "skin/controls/GFXButton.h"
+#include "skin/controls/GFXMultiStateButton.h"
+#include "skin/controls/GFXToggleButton.h"
 #include "support/SkinInTest.h"
 
+using namespace K7R;
 using namespace quilvane;
-using namespace quilvane::test;
-using namespace quilvane::test::keys;
+using namespace K7R::test;
+using namespace K7R::test::keys;
 
 namespace
 {

@@ -3,15 +3,16 @@
 // Controls that are built from others or hold several parameters: combo boxes of images, mixers, keyboards, and
 // texts that are typed.
 
-#include "skin/ImageComboBox.h"
-#include "skin/ImageMidiKeyboard.h"
-#include "skin/MixerController.h"
-#include "skin/TextInput.h"
+#include "skin/composite/ImageComboBox.h"
+#include "skin/composite/ImageMidiKeyboard.h"
+#include "skin/composite/MixerController.h"
+#include "skin/composite/TextInput.h"
 #include "support/SkinInTest.h"
 #include "support/TestDesktop.h"
 
+using namespace K7R;
 using namespace quilvane;
-using namespace quilvane::test;
+using namespace K7R::test;
 
 namespace
 {

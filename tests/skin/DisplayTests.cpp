@@ -2,15 +2,16 @@
 
 // What displays show for a value or a text, and how a text is edited.
 
-#include "skin/GFXAnimation.h"
-#include "skin/GFXDisplay.h"
-#include "skin/NoteDisplay.h"
-#include "skin/NumericDisplay.h"
-#include "skin/PatternNumberDisplay.h"
+#include "skin/displays/GFXAnimation.h"
+#include "skin/displays/GFXDisplay.h"
+#include "skin/displays/NoteDisplay.h"
+#include "skin/displays/NumericDisplay.h"
+#include "skin/displays/PatternNumberDisplay.h"
 #include "support/SkinInTest.h"
 
+using namespace K7R;
 using namespace quilvane;
-using namespace quilvane::test;
+using namespace K7R::test;
 
 namespace
 {

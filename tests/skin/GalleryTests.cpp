@@ -7,19 +7,20 @@
 
 #include <cstdlib>
 
-#include "parameters/BoundedXml.h"
-#include "skin/GFXAnimation.h"
-#include "skin/ImageComboBox.h"
-#include "skin/ImageMidiKeyboard.h"
-#include "skin/ModulationMatrixComponent.h"
+#include "skin/composite/ImageComboBox.h"
+#include "skin/composite/ImageMidiKeyboard.h"
+#include "skin/composite/ModulationMatrixComponent.h"
+#include "skin/displays/GFXAnimation.h"
+#include "support/BoundedXml.h"
 #include "support/GalleryImages.h"
 #include "support/InMemoryModulation.h"
 #include "support/SkinInTest.h"
 #include "support/TestDesktop.h"
-#include "widgets/DefaultLookAndFeel.h"
+#include "widgets/look/DefaultLookAndFeel.h"
 
+using namespace K7R;
 using namespace quilvane;
-using namespace quilvane::test;
+using namespace K7R::test;
 
 namespace
 {

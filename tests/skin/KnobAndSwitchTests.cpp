@@ -2,16 +2,17 @@
 
 // Knobs, switches, rockers and wheels: which frame they show, and what a drag tells the parameter.
 
-#include "skin/GFXKnob.h"
-#include "skin/GFXMidiChannelDisplay.h"
-#include "skin/GFXRocker.h"
-#include "skin/GFXSwitch.h"
-#include "skin/PerformanceWheels.h"
+#include "skin/controls/GFXKnob.h"
+#include "skin/controls/GFXRocker.h"
+#include "skin/controls/GFXSwitch.h"
+#include "skin/controls/PerformanceWheels.h"
+#include "skin/displays/GFXMidiChannelDisplay.h"
 #include "support/SkinInTest.h"
 
+using namespace K7R;
 using namespace quilvane;
-using namespace quilvane::test;
-using namespace quilvane::test::keys;
+using namespace K7R::test;
+using namespace K7R::test::keys;
 
 namespace
 {

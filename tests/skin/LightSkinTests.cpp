@@ -2,12 +2,13 @@
 
 // The skin "Light" as it is kept with the sources. The build packs and verifies it.
 
-#include "parameters/BoundedXml.h"
-#include "skin/ImageComboBox.h"
+#include "skin/composite/ImageComboBox.h"
+#include "support/BoundedXml.h"
 #include "support/SkinInTest.h"
 
+using namespace K7R;
 using namespace quilvane;
-using namespace quilvane::test;
+using namespace K7R::test;
 
 namespace
 {

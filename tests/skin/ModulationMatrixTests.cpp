@@ -2,14 +2,15 @@
 
 // The table of modulations: its buttons, its keys, and how it follows and changes its model.
 
-#include "skin/ModulationMatrixComponent.h"
+#include "skin/composite/ModulationMatrixComponent.h"
 #include "support/InMemoryModulation.h"
 #include "support/SkinInTest.h"
 #include "support/TestDesktop.h"
-#include "widgets/ModulationSlider.h"
+#include "widgets/controls/ModulationSlider.h"
 
+using namespace K7R;
 using namespace quilvane;
-using namespace quilvane::test;
+using namespace K7R::test;
 
 namespace
 {

@@ -2,15 +2,16 @@
 
 // Panels, and what all controls share: links, actions, strips, sizes and places.
 
-#include "skin/GFXAnimation.h"
-#include "skin/GFXButton.h"
-#include "skin/GFXKnob.h"
-#include "skin/GFXRocker.h"
-#include "skin/GFXSwitch.h"
+#include "skin/controls/GFXButton.h"
+#include "skin/controls/GFXKnob.h"
+#include "skin/controls/GFXRocker.h"
+#include "skin/controls/GFXSwitch.h"
+#include "skin/displays/GFXAnimation.h"
 #include "support/SkinInTest.h"
 
+using namespace K7R;
 using namespace quilvane;
-using namespace quilvane::test;
+using namespace K7R::test;
 
 namespace
 {

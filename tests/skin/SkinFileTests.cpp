@@ -4,13 +4,14 @@
 
 #include <cstring>
 
-#include "parameters/BoundedXml.h"
-#include "skin/BoundedImage.h"
+#include "skin/files/BoundedImage.h"
+#include "support/BoundedXml.h"
 #include "support/SkinInTest.h"
-#include "widgets/DefaultLookAndFeel.h"
+#include "widgets/look/DefaultLookAndFeel.h"
 
+using namespace K7R;
 using namespace quilvane;
-using namespace quilvane::test;
+using namespace K7R::test;
 
 namespace
 {

@@ -10,7 +10,7 @@
 namespace
 {
 
-using namespace quilvane::test;
+using namespace K7R::test;
 
 struct Result
 {

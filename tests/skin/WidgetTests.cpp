@@ -4,17 +4,18 @@
 
 #include "parameters/IntParameter.h"
 #include "support/SkinInTest.h"
-#include "widgets/CheckBox_V2.h"
-#include "widgets/DefaultLookAndFeel.h"
-#include "widgets/Icons.h"
-#include "widgets/RadioTextButtons.h"
-#include "widgets/SliderController.h"
-#include "widgets/TextButtonWithIcon.h"
-#include "widgets/TextToggleButton.h"
-#include "widgets/ToolbarDrawableButton.h"
+#include "widgets/controls/CheckBox_V2.h"
+#include "widgets/controls/RadioTextButtons.h"
+#include "widgets/controls/SliderController.h"
+#include "widgets/controls/TextButtonWithIcon.h"
+#include "widgets/controls/TextToggleButton.h"
+#include "widgets/controls/ToolbarDrawableButton.h"
+#include "widgets/look/DefaultLookAndFeel.h"
+#include "widgets/look/Icons.h"
 
+using namespace K7R;
 using namespace quilvane;
-using namespace quilvane::test;
+using namespace K7R::test;
 
 namespace
 {

@@ -7,9 +7,9 @@
 #include <juce_gui_basics/juce_gui_basics.h>
 
 #include "support/SkinBytes.h"
-#include "widgets/DefaultLookAndFeel.h"
+#include "widgets/look/DefaultLookAndFeel.h"
 
-namespace quilvane::test
+namespace K7R::test
 {
 
 /** Draws the images of the gallery skin: strips whose frames can be told from each other, in the font that the
@@ -276,4 +276,4 @@ private:
     }
 };
 
-} // namespace quilvane::test
+} // namespace K7R::test

@@ -4,9 +4,9 @@
 
 #include <vector>
 
-#include "skin/ModulationMatrixModel.h"
+#include "skin/composite/ModulationMatrixModel.h"
 
-namespace quilvane::test
+namespace K7R::test
 {
 
 /** Modulations in place of an instrument's. */
@@ -29,4 +29,4 @@ public:
     juce::StringArray destinations { "Cutoff", "Resonance", "Oscillator 2 fine tuning", "Volume" };
 };
 
-} // namespace quilvane::test
+} // namespace K7R::test

@@ -4,7 +4,7 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane::test
+namespace K7R::test
 {
 
 // The places in an archive that lie about it. Offsets are those of the ZIP format.
@@ -40,4 +40,4 @@ inline void put (char* place, juce::uint32 value, int numBytes)
         place[i] = static_cast<char> (value >> (8 * i));
 }
 
-} // namespace quilvane::test
+} // namespace K7R::test

@@ -10,7 +10,7 @@
 #include "PackageBuilder.h"
 #include "content/PackageFile.h"
 
-namespace quilvane::test
+namespace K7R::test
 {
 
 // Packages in memory, made by the package tool's own code.
@@ -69,4 +69,4 @@ inline juce::MemoryBlock makeDeflatedArchive (const std::vector<Member>& members
     return out.getMemoryBlock();
 }
 
-} // namespace quilvane::test
+} // namespace K7R::test

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "core/BasePlugin.h"
-#include "dsp/QuilvaneParameterIds.h"
+#include "dsp/phaser/QuilvaneParameterIds.h"
 #include "product/Quilvane.h"
 
 /** The whole plug-in without a host's client: a processor, prepared, with short ways to what a test
@@ -15,7 +15,7 @@ class PluginInTest
 {
 public:
     explicit PluginInTest (double sampleRate = 48000.0, int blockSize = 512,
-                           std::unique_ptr<quilvane::BasePlugin> plugin = std::make_unique<quilvane::Quilvane>()) :
+                           std::unique_ptr<K7R::BasePlugin> plugin = std::make_unique<quilvane::Quilvane>()) :
         rate (sampleRate),
         block (blockSize)
     {
@@ -30,7 +30,7 @@ public:
         processor.prepareToPlay (rate, block);
     }
 
-    quilvane::Parameter& parameter (int id) { return *processor.getPlugin().getParameters().getParameter (id); }
+    K7R::Parameter& parameter (int id) { return *processor.getPlugin().getParameters().getParameter (id); }
 
     /** Sets a parameter as the host does. */
     void set (int id, float normalised) { processor.setParameter (id, normalised); }
@@ -102,7 +102,7 @@ public:
     };
 
     PlayHead playHead;
-    quilvane::PluginAudioProcessor processor;
+    K7R::PluginAudioProcessor processor;
     double rate;
     int block;
 };

@@ -2,8 +2,8 @@
 
 #pragma once
 
-#include "dsp/QuilvaneCore.h"
-#include "dsp/QuilvaneParameterIds.h"
+#include "dsp/phaser/QuilvaneCore.h"
+#include "dsp/phaser/QuilvaneParameterIds.h"
 #include "product/Quilvane.h"
 #include "product/QuilvaneParameterManager.h"
 #include "support/TestEffect.h"
@@ -28,7 +28,7 @@ public:
     int getNumPresetParameters() const override { return quilvane::parameterIds::numPresetParameters; }
 
 protected:
-    std::unique_ptr<quilvane::GlassRailEffectCore> makeCore() override
+    std::unique_ptr<K7R::GlassRailEffectCore> makeCore() override
     {
         return std::make_unique<quilvane::QuilvaneCore> (getRateConstants());
     }

@@ -10,7 +10,7 @@
 #include "parameters/FloatParameter.h"
 #include "parameters/ParameterManager.h"
 
-namespace quilvane::test
+namespace K7R::test
 {
 
 /** Parameters, and a folder that goes with the test. */
@@ -71,4 +71,4 @@ protected:
     juce::String loaded;
 };
 
-} // namespace quilvane::test
+} // namespace K7R::test

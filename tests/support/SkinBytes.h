@@ -8,7 +8,7 @@
 #include <juce_cryptography/juce_cryptography.h>
 #include <juce_graphics/juce_graphics.h>
 
-namespace quilvane::test
+namespace K7R::test
 {
 
 // Skins in memory: archives, images, documents.
@@ -71,4 +71,4 @@ inline juce::Image makeStrip (int width, int frameHeight, int numFrames)
     return image;
 }
 
-} // namespace quilvane::test
+} // namespace K7R::test

@@ -5,13 +5,13 @@
 #include <gtest/gtest.h>
 
 #include "skin/GFXPanel.h"
-#include "skin/SkinFile.h"
+#include "skin/files/SkinFile.h"
 #include "support/MessageLoop.h"
 #include "support/Mouse.h"
 #include "support/PluginInTest.h"
 #include "support/SkinBytes.h"
 
-namespace quilvane::test
+namespace K7R::test
 {
 
 /** Short names for what is held during a click. */
@@ -191,4 +191,4 @@ protected:
     std::unique_ptr<GFXPanel> panel;
 };
 
-} // namespace quilvane::test
+} // namespace K7R::test

@@ -4,11 +4,11 @@
 
 #include <vector>
 
-#include "widgets/DefaultLookAndFeel.h"
-#include "widgets/FloatingLayer.h"
-#include "widgets/ModalComponent.h"
+#include "widgets/look/DefaultLookAndFeel.h"
+#include "widgets/windows/FloatingLayer.h"
+#include "widgets/windows/ModalComponent.h"
 
-namespace quilvane::test
+namespace K7R::test
 {
 
 /** In place of an editor: half of its width and height is for windows, a quarter from the top left corner. */
@@ -78,4 +78,4 @@ std::vector<Type*> allOf (juce::Component& parent)
     return found;
 }
 
-} // namespace quilvane::test
+} // namespace K7R::test

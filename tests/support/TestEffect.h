@@ -2,15 +2,15 @@
 
 #pragma once
 
-#include "product/GlassRailEffect.h"
+#include "effect/GlassRailEffect.h"
 
 /** An effect without an identity, on a table of the test's choice. */
-class TestEffect : public quilvane::GlassRailEffect
+class TestEffect : public K7R::GlassRailEffect
 {
 public:
     explicit TestEffect (
         EmbeddedTextLoader texts = [] (const juce::String&) { return juce::String(); },
-        std::unique_ptr<quilvane::ParameterManager> manager = std::make_unique<quilvane::ParameterManager>()) :
+        std::unique_ptr<K7R::ParameterManager> manager = std::make_unique<K7R::ParameterManager>()) :
         GlassRailEffect (std::move (manager), std::move (texts))
     {
     }

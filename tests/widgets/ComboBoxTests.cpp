@@ -2,16 +2,17 @@
 
 // The boxes that open a list, and the slider of an amount.
 
-#include "editor/GUISettingsComponent.h"
+#include "editor/settings/GUISettingsComponent.h"
 #include "parameters/IntParameter.h"
 #include "support/SkinInTest.h"
 #include "support/TestDesktop.h"
-#include "widgets/ComboBoxButton.h"
-#include "widgets/ComboBoxEx.h"
-#include "widgets/ModulationSlider.h"
+#include "widgets/controls/ComboBoxButton.h"
+#include "widgets/controls/ComboBoxEx.h"
+#include "widgets/controls/ModulationSlider.h"
 
+using namespace K7R;
 using namespace quilvane;
-using namespace quilvane::test;
+using namespace K7R::test;
 
 namespace
 {

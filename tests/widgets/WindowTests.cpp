@@ -13,15 +13,16 @@
 #include "support/Mouse.h"
 #include "support/PluginInTest.h"
 #include "support/TestDesktop.h"
-#include "widgets/ComponentRow.h"
-#include "widgets/DefaultLookAndFeel.h"
-#include "widgets/ModalTextEditor.h"
-#include "widgets/PopupMenuEx.h"
-#include "widgets/ReplaceAlertWindow.h"
+#include "widgets/controls/ComponentRow.h"
+#include "widgets/controls/ModalTextEditor.h"
+#include "widgets/look/DefaultLookAndFeel.h"
+#include "widgets/windows/PopupMenuEx.h"
+#include "widgets/windows/ReplaceAlertWindow.h"
 
+using namespace K7R;
 using namespace quilvane;
-using namespace quilvane::K7R;
-using namespace quilvane::test;
+using namespace K7R;
+using namespace K7R::test;
 
 namespace
 {

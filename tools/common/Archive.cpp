@@ -2,7 +2,7 @@
 
 #include "Archive.h"
 
-namespace quilvane
+namespace K7R
 {
 inline namespace tools
 {
@@ -39,4 +39,4 @@ juce::MemoryBlock makeArchive (const std::vector<Member>& members)
 }
 
 } // namespace tools
-} // namespace quilvane
+} // namespace K7R

@@ -6,7 +6,7 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane
+namespace K7R
 {
 inline namespace tools
 {
@@ -23,4 +23,4 @@ struct Member
 juce::MemoryBlock makeArchive (const std::vector<Member>&);
 
 } // namespace tools
-} // namespace quilvane
+} // namespace K7R

@@ -7,7 +7,7 @@
 
 #include <juce_events/juce_events.h>
 
-namespace quilvane
+namespace K7R
 {
 inline namespace tools
 {
@@ -72,4 +72,4 @@ void runOnMessageThread (const std::function<void()>& function)
 }
 
 } // namespace tools
-} // namespace quilvane
+} // namespace K7R

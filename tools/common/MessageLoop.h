@@ -4,7 +4,7 @@
 
 #include <functional>
 
-namespace quilvane
+namespace K7R
 {
 inline namespace tools
 {
@@ -18,4 +18,4 @@ void runBesideMessageLoop (const std::function<void()>&);
 void runOnMessageThread (const std::function<void()>&);
 
 } // namespace tools
-} // namespace quilvane
+} // namespace K7R

@@ -9,7 +9,7 @@
 
 #include "Failure.h"
 
-namespace quilvane
+namespace K7R
 {
 inline namespace tools
 {
@@ -193,4 +193,4 @@ juce::File resolveFile (const juce::String& name)
 }
 
 } // namespace tools
-} // namespace quilvane
+} // namespace K7R

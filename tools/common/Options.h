@@ -9,7 +9,7 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane
+namespace K7R
 {
 inline namespace tools
 {
@@ -80,4 +80,4 @@ std::pair<juce::String, juce::String> splitSetting (const juce::String&);
 juce::File resolveFile (const juce::String&);
 
 } // namespace tools
-} // namespace quilvane
+} // namespace K7R

@@ -6,7 +6,7 @@
 
 #include "Failure.h"
 
-namespace quilvane
+namespace K7R
 {
 inline namespace tools
 {
@@ -84,4 +84,4 @@ void OutputFile::write (const juce::File& file, const std::function<bool (juce::
 }
 
 } // namespace tools
-} // namespace quilvane
+} // namespace K7R

@@ -7,7 +7,7 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane
+namespace K7R
 {
 inline namespace tools
 {
@@ -49,4 +49,4 @@ private:
 };
 
 } // namespace tools
-} // namespace quilvane
+} // namespace K7R

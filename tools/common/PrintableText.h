@@ -4,7 +4,7 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane
+namespace K7R
 {
 inline namespace tools
 {
@@ -22,4 +22,4 @@ inline juce::String printable (const juce::String& text)
 }
 
 } // namespace tools
-} // namespace quilvane
+} // namespace K7R

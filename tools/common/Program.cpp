@@ -8,7 +8,7 @@
 
 #include "Failure.h"
 
-namespace quilvane
+namespace K7R
 {
 inline namespace tools
 {
@@ -121,4 +121,4 @@ int runProgram (int argc, char** argv, const Program& program)
 }
 
 } // namespace tools
-} // namespace quilvane
+} // namespace K7R

@@ -6,7 +6,7 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane
+namespace K7R
 {
 inline namespace tools
 {
@@ -33,4 +33,4 @@ struct Program
 int runProgram (int argc, char** argv, const Program&);
 
 } // namespace tools
-} // namespace quilvane
+} // namespace K7R

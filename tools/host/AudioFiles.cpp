@@ -6,7 +6,7 @@
 
 #include "Failure.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -161,4 +161,4 @@ void AudioOutput::commit()
     output.commit();
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

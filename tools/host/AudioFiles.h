@@ -10,7 +10,7 @@
 #include "OutputFile.h"
 #include "Resampler.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 // The sample rates that the program takes from a file or an option, in Hz.
@@ -83,4 +83,4 @@ private:
     bool fixedPoint;
 };
 
-} // namespace quilvane::host
+} // namespace K7R::host

@@ -4,7 +4,7 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 // The program's commands, each with its name, usage, help text and function. A command runs on the
@@ -19,4 +19,4 @@ juce::ConsoleApplication::Command makeScoreCommand();
 juce::ConsoleApplication::Command makeScreenshotCommand();
 juce::ConsoleApplication::Command makeEditCommand();
 
-} // namespace quilvane::host
+} // namespace K7R::host

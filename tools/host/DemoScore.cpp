@@ -6,7 +6,7 @@
 #include <array>
 #include <cstddef>
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -254,4 +254,4 @@ std::vector<ScoreNote> makeDemoScore()
     return writer.take();
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

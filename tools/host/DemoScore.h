@@ -4,7 +4,7 @@
 
 #include <vector>
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 /** The instruments of the demo score. */
@@ -30,4 +30,4 @@ constexpr double demoScoreLength = 32.0; // quarters: eight bars of 4/4, 20 seco
     so that there is energy at all frequencies and all of the time. In order of time. */
 std::vector<ScoreNote> makeDemoScore();
 
-} // namespace quilvane::host
+} // namespace K7R::host

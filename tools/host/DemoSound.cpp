@@ -6,7 +6,7 @@
 
 #include "DemoScore.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -93,4 +93,4 @@ juce::AudioBuffer<float> renderDemoSound (double sampleRate)
     return buffer;
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

@@ -4,11 +4,11 @@
 
 #include <juce_audio_basics/juce_audio_basics.h>
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 /** The demo score played by small instruments of our own, in stereo: what "edit" plays when it's given no file. It
     can be looped. */
 juce::AudioBuffer<float> renderDemoSound (double sampleRate);
 
-} // namespace quilvane::host
+} // namespace K7R::host

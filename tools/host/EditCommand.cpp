@@ -14,7 +14,7 @@
 #include "PluginFolders.h"
 #include "PresetBank.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -106,4 +106,4 @@ juce::ConsoleApplication::Command makeEditCommand()
     return { "edit", "edit [AUDIO FILE] [options]", "Opens the plug-in's window and plays", helpText, runEdit };
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

@@ -9,7 +9,7 @@
 #include "OutputFile.h"
 #include "ParameterText.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -169,4 +169,4 @@ void HostedPlugin::saveState (const juce::File& file)
     OutputFile::write (file, [&] (juce::OutputStream& out) { return out.write (data.getData(), data.getSize()); });
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

@@ -10,7 +10,7 @@
 
 #include "Options.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 /** The plug-in, loaded from its file through the VST 2 interface like in any host.
@@ -54,4 +54,4 @@ private:
     std::vector<std::pair<juce::AudioProcessorParameter*, float>> chosen;
 };
 
-} // namespace quilvane::host
+} // namespace K7R::host

@@ -10,7 +10,7 @@
 #include "HostedPlugin.h"
 #include "Options.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -134,4 +134,4 @@ juce::ConsoleApplication::Command makeInfoCommand()
              runInfo };
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

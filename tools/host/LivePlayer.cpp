@@ -2,7 +2,7 @@
 
 #include "LivePlayer.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -97,4 +97,4 @@ void LivePlayer::run()
     }
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

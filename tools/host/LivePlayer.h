@@ -7,7 +7,7 @@
 #include <juce_audio_devices/juce_audio_devices.h>
 #include <juce_audio_processors/juce_audio_processors.h>
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 /** Plays a sound in a loop through a plug-in: into the system's audio if there is any, else into nothing at the same
@@ -43,4 +43,4 @@ private:
     int position = 0; // in the sound
 };
 
-} // namespace quilvane::host
+} // namespace K7R::host

@@ -7,15 +7,14 @@
 
 int main (int argc, char** argv)
 {
-    using namespace quilvane::host;
+    using namespace K7R::host;
 
     const juce::ScopedJuceInitialiser_GUI juce;
 
-    return quilvane::runProgram (
-        argc, argv,
-        { "quilvane-host",
-          "Does with the Quilvane 2 plug-in what a person would do in a host.\n"
-          "Each command tells more with --help behind it.\n",
-          { makeInfoCommand(), makePresetsCommand(), makeRenderCommand(), makeRenderBankCommand(), makePlotCommand(),
-            makeScoreCommand(), makeScreenshotCommand(), makeEditCommand() } });
+    return K7R::runProgram (argc, argv,
+                            { "quilvane-host",
+                              "Does with the Quilvane 2 plug-in what a person would do in a host.\n"
+                              "Each command tells more with --help behind it.\n",
+                              { makeInfoCommand(), makePresetsCommand(), makeRenderCommand(), makeRenderBankCommand(),
+                                makePlotCommand(), makeScoreCommand(), makeScreenshotCommand(), makeEditCommand() } });
 }

@@ -8,7 +8,7 @@
 #include "Failure.h"
 #include "Options.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -214,4 +214,4 @@ void setParameterByText (juce::AudioProcessorParameter& parameter, const juce::S
                    + "\": it goes from \"" + probe.textAt (0.0f) + "\" to \"" + probe.textAt (1.0f) + "\"");
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

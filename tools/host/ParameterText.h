@@ -6,7 +6,7 @@
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 /** A number as a plug-in shows it, with what follows it: "1.25kHz" is 1250 and "Hz", "40/60% (Dry/Wet)"
@@ -33,4 +33,4 @@ std::optional<ShownNumber> readShownNumber (const juce::String& text);
 */
 void setParameterByText (juce::AudioProcessorParameter&, const juce::String& wanted);
 
-} // namespace quilvane::host
+} // namespace K7R::host

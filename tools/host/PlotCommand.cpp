@@ -15,7 +15,7 @@
 #include "Progress.h"
 #include "Spectrogram.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -215,4 +215,4 @@ juce::ConsoleApplication::Command makePlotCommand()
     return { "plot", "plot IN... OUT.png", "Draws the spectrograms of audio files", helpText, runPlot };
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

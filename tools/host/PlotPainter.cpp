@@ -8,7 +8,7 @@
 #include "Failure.h"
 #include "Spectrogram.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -298,4 +298,4 @@ void PlotPainter::paintScale (juce::Graphics& g, juce::Rectangle<int> area, cons
                juce::Justification::centred);
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

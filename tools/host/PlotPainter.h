@@ -6,7 +6,7 @@
 
 #include <juce_graphics/juce_graphics.h>
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 /** A scale of decibels and the colours that show them. */
@@ -58,4 +58,4 @@ private:
     juce::Image image;
 };
 
-} // namespace quilvane::host
+} // namespace K7R::host

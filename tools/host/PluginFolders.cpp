@@ -2,7 +2,7 @@
 
 #include "PluginFolders.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -30,4 +30,4 @@ juce::File PluginFolders::getUser (const juce::File& pluginFile)
     return findFolder (pluginFile, "_user", juce::File::userApplicationDataDirectory);
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

@@ -4,7 +4,7 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 /** Where a plug-in finds its data and keeps the user's: in the folders beside it if they are there, else in the
@@ -17,4 +17,4 @@ struct PluginFolders
     static constexpr const char* product = "Quilvane 2";
 };
 
-} // namespace quilvane::host
+} // namespace K7R::host

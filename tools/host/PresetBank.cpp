@@ -6,9 +6,9 @@
 #include "Options.h"
 #include "PluginFolders.h"
 #include "content/PackageFile.h"
-#include "parameters/BoundedXml.h"
+#include "support/BoundedXml.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -89,4 +89,4 @@ std::shared_ptr<const juce::XmlElement> PresetBank::read (const juce::String& na
     return xml;
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

@@ -7,7 +7,7 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 /** The presets of a plug-in: a factory package and the user's files, in the folders beside it if they are there,
@@ -49,4 +49,4 @@ private:
     std::vector<Preset> presets;
 };
 
-} // namespace quilvane::host
+} // namespace K7R::host

@@ -7,7 +7,7 @@
 #include "Options.h"
 #include "PresetBank.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -43,4 +43,4 @@ juce::ConsoleApplication::Command makePresetsCommand()
     return { "presets", "presets", "Lists the presets with their tags", helpText, runPresets };
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

@@ -7,7 +7,7 @@
 
 #include <unistd.h>
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -64,4 +64,4 @@ void Progress::show (int percent)
         std::cerr << line << std::endl;
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

@@ -4,7 +4,7 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 /** Tells the user on the standard error how far a long piece of work is.
@@ -35,4 +35,4 @@ private:
     bool isShown = false;
 };
 
-} // namespace quilvane::host
+} // namespace K7R::host

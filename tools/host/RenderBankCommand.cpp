@@ -11,7 +11,7 @@
 #include "Progress.h"
 #include "Rendering.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -80,4 +80,4 @@ juce::ConsoleApplication::Command makeRenderBankCommand()
     return { "render-bank", "render-bank IN DIR", "Plays an audio file through every preset", helpText, runRenderBank };
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

@@ -12,7 +12,7 @@
 #include "RenderSettings.h"
 #include "Rendering.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -83,4 +83,4 @@ juce::ConsoleApplication::Command makeRenderCommand()
     return { "render", "render IN OUT [options]", "Plays an audio file through the plug-in", helpText, runRender };
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

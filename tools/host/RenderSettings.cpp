@@ -8,7 +8,7 @@
 #include "Failure.h"
 #include "Options.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -147,4 +147,4 @@ RenderSettings RenderSettings::parse (const Options& options)
     return settings;
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

@@ -10,7 +10,7 @@
 
 #include "Options.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 /** A parameter's value over time: straight lines between points, level before the first and after the
@@ -58,4 +58,4 @@ struct RenderSettings
     bool isBypassed = false;
 };
 
-} // namespace quilvane::host
+} // namespace K7R::host

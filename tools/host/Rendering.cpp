@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -155,4 +155,4 @@ void Rendering::renderBlock (juce::int64 start, int numSamples)
     output->write (buffer);
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

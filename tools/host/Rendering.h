@@ -11,7 +11,7 @@
 #include "HostedPlugin.h"
 #include "RenderSettings.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 /** One rendering from its files to its result. Created, prepared, committed and destroyed on the message
@@ -53,4 +53,4 @@ private:
     float peak = 0.0f;
 };
 
-} // namespace quilvane::host
+} // namespace K7R::host

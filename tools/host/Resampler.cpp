@@ -6,7 +6,7 @@
 #include <cmath>
 #include <utility>
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -111,4 +111,4 @@ void Resampler::interpolate (juce::AudioBuffer<float>& destination, double speed
     }
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

@@ -9,7 +9,7 @@
 #include <juce_audio_basics/juce_audio_basics.h>
 #include <juce_dsp/juce_dsp.h>
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 /** Turns a stereo stream of one sample rate into one of another, from its first sample to its last.
@@ -45,4 +45,4 @@ private:
     std::array<std::optional<Filter>, numChannels> filters; // none to a higher rate
 };
 
-} // namespace quilvane::host
+} // namespace K7R::host

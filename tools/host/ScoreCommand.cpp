@@ -11,7 +11,7 @@
 #include "Options.h"
 #include "OutputFile.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -92,4 +92,4 @@ juce::ConsoleApplication::Command makeScoreCommand()
              runScore };
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

@@ -20,7 +20,7 @@
 #include "core/FrameworkIds.h"
 #include "editor/BasePluginEditor.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -208,4 +208,4 @@ juce::ConsoleApplication::Command makeScreenshotCommand()
              runScreenshot };
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

@@ -9,7 +9,7 @@
 #include "editor/BasePluginEditor.h"
 #include "product/Quilvane.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -21,7 +21,7 @@ constexpr float noiseLevel = 0.35f;
 constexpr int settlingMs = 120; // for the editor's timer and the delayed updates of parameters
 
 /** The product, which believes to lie in a folder of our choice. */
-class Portable final : public Quilvane
+class Portable final : public quilvane::Quilvane
 {
 public:
     explicit Portable (const juce::File& folderToUse) : folder (folderToUse) {}
@@ -126,4 +126,4 @@ juce::Image ShownPlugin::takePicture()
     return window->createComponentSnapshot (window->getLocalBounds(), true, 1.0f);
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

@@ -7,14 +7,14 @@
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
-namespace quilvane
+namespace K7R
 {
 class BasePlugin;
 class BasePluginEditor;
 class PluginAudioProcessor;
-} // namespace quilvane
+} // namespace K7R
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 /** The plug-in's own classes with their editor in a window that needs no display, for pictures and for figures. It
@@ -49,4 +49,4 @@ private:
     std::unique_ptr<juce::AudioProcessorEditor> window;
 };
 
-} // namespace quilvane::host
+} // namespace K7R::host

@@ -10,7 +10,7 @@
 
 #include "AudioFiles.h"
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 namespace
@@ -247,4 +247,4 @@ void Spectrogram::smooth (int columnRadius, int rowRadius)
         smoothLine (&cells[indexOf (column, 0)], rows, 1, rowRadius, scratch);
 }
 
-} // namespace quilvane::host
+} // namespace K7R::host

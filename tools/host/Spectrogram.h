@@ -6,7 +6,7 @@
 
 #include <juce_graphics/juce_graphics.h>
 
-namespace quilvane::host
+namespace K7R::host
 {
 
 class AudioInput;
@@ -62,4 +62,4 @@ private:
     std::vector<float> cells;
 };
 
-} // namespace quilvane::host
+} // namespace K7R::host

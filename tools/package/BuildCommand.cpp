@@ -10,7 +10,7 @@
 #include "PresetFolder.h"
 #include "content/PackageFile.h"
 
-namespace quilvane::package
+namespace K7R::package
 {
 
 namespace
@@ -90,4 +90,4 @@ juce::ConsoleApplication::Command makeBuildCommand()
              runBuild };
 }
 
-} // namespace quilvane::package
+} // namespace K7R::package

@@ -4,12 +4,12 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane
+namespace K7R
 {
 class PackageFile;
 }
 
-namespace quilvane::package
+namespace K7R::package
 {
 
 // The program's commands. Each prints its result on the standard output and throws a Failure if it can't do
@@ -25,4 +25,4 @@ PackageFile openPackage (const juce::String& name);
 /** The package in one line: its name, revision and number of presets. */
 juce::String describe (const PackageFile&);
 
-} // namespace quilvane::package
+} // namespace K7R::package

@@ -7,9 +7,9 @@
 #include "PresetFolder.h"
 #include "PrintableText.h"
 #include "content/PackageFile.h"
-#include "parameters/BoundedXml.h"
+#include "support/BoundedXml.h"
 
-namespace quilvane::package
+namespace K7R::package
 {
 
 namespace
@@ -81,4 +81,4 @@ juce::ConsoleApplication::Command makeListCommand()
              "Prints what the manifest says, and every preset with its tags in the order of the package.", runList };
 }
 
-} // namespace quilvane::package
+} // namespace K7R::package

@@ -5,11 +5,11 @@
 
 int main (int argc, char** argv)
 {
-    using namespace quilvane::package;
+    using namespace K7R::package;
 
-    return quilvane::runProgram (argc, argv,
-                                 { "quilvane-package",
-                                   "Makes preset packages, and looks into them.\n"
-                                   "Each command tells more with --help behind it.\n",
-                                   { makeBuildCommand(), makeVerifyCommand(), makeListCommand() } });
+    return K7R::runProgram (argc, argv,
+                            { "quilvane-package",
+                              "Makes preset packages, and looks into them.\n"
+                              "Each command tells more with --help behind it.\n",
+                              { makeBuildCommand(), makeVerifyCommand(), makeListCommand() } });
 }

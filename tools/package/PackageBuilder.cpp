@@ -6,7 +6,7 @@
 #include "Signature.h"
 #include "content/PackageFile.h"
 
-namespace quilvane::package
+namespace K7R::package
 {
 
 namespace
@@ -69,4 +69,4 @@ juce::MemoryBlock signArchive (const juce::MemoryBlock& archive)
     throw Failure ("no signature could be found for the package");
 }
 
-} // namespace quilvane::package
+} // namespace K7R::package

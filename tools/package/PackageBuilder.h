@@ -6,7 +6,7 @@
 
 #include "Archive.h"
 
-namespace quilvane::package
+namespace K7R::package
 {
 
 using tools::makeArchive;
@@ -29,4 +29,4 @@ juce::MemoryBlock signArchive (const juce::MemoryBlock& archive);
 /** The digest of an inner archive that its signature is made for, see PackageFile::computeDigest(). */
 juce::String digestOf (const juce::MemoryBlock& content);
 
-} // namespace quilvane::package
+} // namespace K7R::package

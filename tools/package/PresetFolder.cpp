@@ -7,9 +7,9 @@
 
 #include "Failure.h"
 #include "content/PackageFile.h"
-#include "parameters/BoundedXml.h"
+#include "support/BoundedXml.h"
 
-namespace quilvane::package
+namespace K7R::package
 {
 
 namespace
@@ -97,4 +97,4 @@ std::vector<Member> readPresetFolder (const juce::File& folder)
     return members;
 }
 
-} // namespace quilvane::package
+} // namespace K7R::package

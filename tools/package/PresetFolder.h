@@ -8,7 +8,7 @@
 
 #include "PackageBuilder.h"
 
-namespace quilvane::package
+namespace K7R::package
 {
 
 /** The sources of a package, read from a folder: the manifest from "manifest.xml", which comes first, and
@@ -23,4 +23,4 @@ std::vector<Member> readPresetFolder (const juce::File& folder);
 constexpr const char* presetExtension = ".qvprs2";
 constexpr const char* manifestFile = "manifest.xml";
 
-} // namespace quilvane::package
+} // namespace K7R::package

@@ -6,7 +6,7 @@
 #include <array>
 #include <vector>
 
-namespace quilvane::package
+namespace K7R::package
 {
 
 namespace
@@ -144,4 +144,4 @@ juce::String sign (const juce::String& digest)
     return hasRoot (number) ? findRoot (number).toString (16, signatureDigits) : juce::String();
 }
 
-} // namespace quilvane::package
+} // namespace K7R::package

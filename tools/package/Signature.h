@@ -4,7 +4,7 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane::package
+namespace K7R::package
 {
 
 /** Whether a digest has a signature under the packages' key: one in 361 has.
@@ -21,4 +21,4 @@ bool canSign (const juce::String& digest);
 */
 juce::String sign (const juce::String& digest);
 
-} // namespace quilvane::package
+} // namespace K7R::package

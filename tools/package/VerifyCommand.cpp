@@ -8,9 +8,9 @@
 #include "PresetFolder.h"
 #include "PrintableText.h"
 #include "content/PackageFile.h"
-#include "parameters/BoundedXml.h"
+#include "support/BoundedXml.h"
 
-namespace quilvane::package
+namespace K7R::package
 {
 
 namespace
@@ -72,4 +72,4 @@ juce::ConsoleApplication::Command makeVerifyCommand()
              runVerify };
 }
 
-} // namespace quilvane::package
+} // namespace K7R::package

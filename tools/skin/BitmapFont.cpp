@@ -8,7 +8,7 @@
 
 #include "Canvas.h"
 
-namespace quilvane::skin
+namespace K7R::skin
 {
 
 namespace
@@ -104,4 +104,4 @@ juce::Image drawBitmapFont (const juce::XmlElement& font, const SkinSource& sour
     return strip;
 }
 
-} // namespace quilvane::skin
+} // namespace K7R::skin

@@ -4,7 +4,7 @@
 
 #include "SkinSource.h"
 
-namespace quilvane::skin
+namespace K7R::skin
 {
 
 // The characters of a bitmap font: what European names and all units need.
@@ -20,4 +20,4 @@ constexpr int numFontRows = 2 * numCharacters;
     @param font the element BitmapFont */
 juce::Image drawBitmapFont (const juce::XmlElement& font, const SkinSource&, const SkinSize&);
 
-} // namespace quilvane::skin
+} // namespace K7R::skin

@@ -4,7 +4,7 @@
 
 #include <array>
 
-namespace quilvane::skin
+namespace K7R::skin
 {
 
 namespace
@@ -85,4 +85,4 @@ juce::Image makeImage (int width, int height)
     return { juce::Image::ARGB, width, height, true, juce::SoftwareImageType() };
 }
 
-} // namespace quilvane::skin
+} // namespace K7R::skin

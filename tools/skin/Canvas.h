@@ -4,7 +4,7 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
-namespace quilvane::skin
+namespace K7R::skin
 {
 
 /** A picture that is painted at several times its size in each direction, and averaged down to its pixels.
@@ -38,4 +38,4 @@ private:
 /** An empty image that needs no window system. */
 juce::Image makeImage (int width, int height);
 
-} // namespace quilvane::skin
+} // namespace K7R::skin

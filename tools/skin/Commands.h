@@ -4,7 +4,7 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane::skin
+namespace K7R::skin
 {
 
 // The program's commands. Each prints its result on the standard output and throws a Failure if it can't do
@@ -15,4 +15,4 @@ juce::ConsoleApplication::Command makePackCommand();
 juce::ConsoleApplication::Command makeUnpackCommand();
 juce::ConsoleApplication::Command makeVerifyCommand();
 
-} // namespace quilvane::skin
+} // namespace K7R::skin

@@ -8,7 +8,7 @@
 #include "OutputFile.h"
 #include "SkinDrawing.h"
 
-namespace quilvane::skin
+namespace K7R::skin
 {
 
 namespace
@@ -78,4 +78,4 @@ juce::ConsoleApplication::Command makeDrawCommand()
              runDraw };
 }
 
-} // namespace quilvane::skin
+} // namespace K7R::skin

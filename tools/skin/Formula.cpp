@@ -7,7 +7,7 @@
 #include "Failure.h"
 #include "Options.h"
 
-namespace quilvane::skin
+namespace K7R::skin
 {
 
 namespace
@@ -98,4 +98,4 @@ double evaluate (const juce::String& formula, const Variables& variables)
     return result;
 }
 
-} // namespace quilvane::skin
+} // namespace K7R::skin

@@ -6,7 +6,7 @@
 
 #include <juce_core/juce_core.h>
 
-namespace quilvane::skin
+namespace K7R::skin
 {
 
 /** The variables of a formula, by name. */
@@ -25,4 +25,4 @@ using Variables = std::map<juce::String, double>;
 */
 double evaluate (const juce::String& formula, const Variables&);
 
-} // namespace quilvane::skin
+} // namespace K7R::skin

@@ -4,7 +4,7 @@
 
 #include "Failure.h"
 
-namespace quilvane::skin
+namespace K7R::skin
 {
 
 namespace
@@ -79,4 +79,4 @@ juce::Path Lettering::getOutline (const juce::String& text, float capHeight, flo
     return result;
 }
 
-} // namespace quilvane::skin
+} // namespace K7R::skin

@@ -6,7 +6,7 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
-namespace quilvane::skin
+namespace K7R::skin
 {
 
 /** A typeface that gives outlines by the height of its capitals. */
@@ -39,4 +39,4 @@ private:
     std::map<juce::String, float> kerning;
 };
 
-} // namespace quilvane::skin
+} // namespace K7R::skin

@@ -7,14 +7,13 @@
 
 int main (int argc, char** argv)
 {
-    using namespace quilvane::skin;
+    using namespace K7R::skin;
 
     const juce::ScopedJuceInitialiser_GUI juce;
 
-    return quilvane::runProgram (
-        argc, argv,
-        { "quilvane-skin",
-          "Draws skins from their vector sources, packs them, and looks into them.\n"
-          "Each command tells more with --help behind it.\n",
-          { makeDrawCommand(), makePackCommand(), makeUnpackCommand(), makeVerifyCommand() } });
+    return K7R::runProgram (argc, argv,
+                            { "quilvane-skin",
+                              "Draws skins from their vector sources, packs them, and looks into them.\n"
+                              "Each command tells more with --help behind it.\n",
+                              { makeDrawCommand(), makePackCommand(), makeUnpackCommand(), makeVerifyCommand() } });
 }

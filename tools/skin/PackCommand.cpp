@@ -7,9 +7,9 @@
 #include "Options.h"
 #include "OutputFile.h"
 #include "SkinArchive.h"
-#include "skin/SkinFile.h"
+#include "skin/files/SkinFile.h"
 
-namespace quilvane::skin
+namespace K7R::skin
 {
 
 namespace
@@ -45,4 +45,4 @@ juce::ConsoleApplication::Command makePackCommand()
     };
 }
 
-} // namespace quilvane::skin
+} // namespace K7R::skin

@@ -6,7 +6,7 @@
 
 #include "Failure.h"
 
-namespace quilvane::skin
+namespace K7R::skin
 {
 
 namespace
@@ -308,4 +308,4 @@ void Painter::drawPicture (const Pen& pen, const juce::XmlElement& element, cons
                  juce::AffineTransform::scale (scale).translated (std::round (position.x), std::round (position.y)));
 }
 
-} // namespace quilvane::skin
+} // namespace K7R::skin

@@ -8,7 +8,7 @@
 #include "Formula.h"
 #include "SkinSource.h"
 
-namespace quilvane::skin
+namespace K7R::skin
 {
 
 /** Where a piece is drawn: the mapping from its units to the pixels of a canvas, and its variables. */
@@ -56,4 +56,4 @@ private:
     ControlHandler handleControl;
 };
 
-} // namespace quilvane::skin
+} // namespace K7R::skin

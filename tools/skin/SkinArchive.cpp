@@ -9,9 +9,9 @@
 #include "Archive.h"
 #include "Failure.h"
 #include "PrintableText.h"
-#include "skin/SkinFile.h"
+#include "skin/files/SkinFile.h"
 
-namespace quilvane::skin
+namespace K7R::skin
 {
 
 namespace
@@ -113,4 +113,4 @@ juce::MemoryBlock readMember (BoundedZip& archive, int index)
     return data;
 }
 
-} // namespace quilvane::skin
+} // namespace K7R::skin

@@ -6,9 +6,9 @@
 
 #include <juce_core/juce_core.h>
 
-#include "content/BoundedZip.h"
+#include "support/BoundedZip.h"
 
-namespace quilvane::skin
+namespace K7R::skin
 {
 
 /** A skin file of all files in a folder and the folders below it, with the same bytes for the same files.
@@ -22,4 +22,4 @@ std::unique_ptr<BoundedZip> openSkin (const juce::File&);
 /** A member's bytes; throws a Failure. */
 juce::MemoryBlock readMember (BoundedZip&, int index);
 
-} // namespace quilvane::skin
+} // namespace K7R::skin

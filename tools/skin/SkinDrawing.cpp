@@ -7,7 +7,7 @@
 #include "BitmapFont.h"
 #include "Failure.h"
 
-namespace quilvane::skin
+namespace K7R::skin
 {
 
 namespace
@@ -372,4 +372,4 @@ const juce::Image& SkinDrawing::drawFont (const juce::XmlElement& font)
     return keepImage (name, {}, drawBitmapFont (font, source, size));
 }
 
-} // namespace quilvane::skin
+} // namespace K7R::skin

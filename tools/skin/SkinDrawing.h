@@ -10,7 +10,7 @@
 #include "Painter.h"
 #include "SkinSource.h"
 
-namespace quilvane::skin
+namespace K7R::skin
 {
 
 /** A skin, drawn in one size: its images and its document. */
@@ -57,4 +57,4 @@ private:
     std::set<juce::String> imagesOfControls;
 };
 
-} // namespace quilvane::skin
+} // namespace K7R::skin

@@ -4,9 +4,9 @@
 
 #include "Failure.h"
 #include "Options.h"
-#include "parameters/BoundedXml.h"
+#include "support/BoundedXml.h"
 
-namespace quilvane::skin
+namespace K7R::skin
 {
 
 namespace
@@ -224,4 +224,4 @@ juce::String requireAttribute (const juce::XmlElement& element, const char* name
     return element.getStringAttribute (name);
 }
 
-} // namespace quilvane::skin
+} // namespace K7R::skin

@@ -10,7 +10,7 @@
 
 #include "Lettering.h"
 
-namespace quilvane::skin
+namespace K7R::skin
 {
 
 /** The texts that stand in for "{name}" in a macro or template. */
@@ -83,4 +83,4 @@ Substitutes getSubstitutes (const juce::XmlElement&);
 /** An attribute that has to be there. */
 juce::String requireAttribute (const juce::XmlElement&, const char* name);
 
-} // namespace quilvane::skin
+} // namespace K7R::skin

@@ -10,7 +10,7 @@
 #include "PrintableText.h"
 #include "SkinArchive.h"
 
-namespace quilvane::skin
+namespace K7R::skin
 {
 
 namespace
@@ -127,4 +127,4 @@ juce::ConsoleApplication::Command makeUnpackCommand()
              runUnpack };
 }
 
-} // namespace quilvane::skin
+} // namespace K7R::skin

@@ -9,10 +9,10 @@
 #include "SkinArchive.h"
 #include "product/Quilvane.h"
 #include "skin/GFXPanel.h"
-#include "skin/SkinFile.h"
 #include "skin/SkinProblems.h"
+#include "skin/files/SkinFile.h"
 
-namespace quilvane::skin
+namespace K7R::skin
 {
 
 namespace
@@ -46,7 +46,7 @@ void runVerify (const juce::ArgumentList& arguments)
     const auto name = file.getFileNameWithoutExtension();
 
     // Without a processor: it reads no file of the user's, and leaves none.
-    Quilvane plugin;
+    quilvane::Quilvane plugin;
     SkinProblems problems;
 
     SkinFile skin (plugin, SkinFile::Source::file, name, file.getParentDirectory());
@@ -79,4 +79,4 @@ juce::ConsoleApplication::Command makeVerifyCommand()
              runVerify };
 }
 
-} // namespace quilvane::skin
+} // namespace K7R::skin
