@@ -8,7 +8,7 @@ extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size);
 
 extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
 {
-    using namespace quilvane;
+    using namespace K7R;
 
     auto& plugin = getFuzzedPlugin();
     const auto file = plugin.get().getDirectories().get (Directories::userPresets).getChildFile ("Fuzzed.qvprs2");

@@ -132,7 +132,7 @@ juce::String ContentBrowser::getProposedExportName() const
 {
     auto name = plugin.getProductName() + " - " + browserTitle;
 
-    if (! plugin.getReleaseChannel().equalsIgnoreCase ("master"))
+    if (! plugin.isRelease())
         name << " - " << juce::Time::getCurrentTime().formatted ("%Y-%m-%d - %H_%M_%S") << " - " << plugin.getBuildId();
 
     return name + extension;

@@ -11,7 +11,6 @@ namespace
 {
 
 constexpr const char* organisation = "K7R Group";
-constexpr const char* releaseChannel = "master";
 
 juce::File choose (const SoftwareDesignation& product, const juce::String& suffix,
                    juce::File::SpecialLocationType systemLocation)
@@ -19,7 +18,7 @@ juce::File choose (const SoftwareDesignation& product, const juce::String& suffi
     const auto name = product.getProductName();
     auto local = juce::File (product.getPluginFile()).getSiblingFile (name + suffix);
 
-    if (! product.getReleaseChannel().equalsIgnoreCase (releaseChannel) && local.isDirectory())
+    if (! product.isRelease() && local.isDirectory())
         return local;
 
     return juce::File::getSpecialLocation (systemLocation).getChildFile (organisation).getChildFile (name);

@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <vector>
+
 #include <juce_core/juce_core.h>
 
 namespace K7R
@@ -30,10 +32,22 @@ public:
     virtual juce::String getFormatName() const = 0;
     virtual juce::String getArchitecture() const = 0;
 
-    /** "master" for a release; any other channel may run portable, from folders beside the binary. */
     virtual juce::String getReleaseChannel() const = 0;
+
+    /** Whether this is a build for users. Any other may run portable, from folders beside the binary, and shows which
+        build it is. */
+    virtual bool isRelease() const = 0;
     virtual juce::String getDisplayVersion() const = 0;
     virtual juce::String getRevision() const = 0;
+
+    /** A section of the credits. */
+    struct Credit
+    {
+        juce::String heading, text;
+    };
+
+    /** Who made what the product is made of, and under which terms it may be used, from the top down. */
+    virtual std::vector<Credit> getCredits() const { return {}; }
 };
 
 } // namespace K7R

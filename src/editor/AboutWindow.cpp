@@ -72,7 +72,7 @@ AboutWindow::AboutWindow (const SoftwareDesignation& product, const juce::String
     listener (toTell),
     logo (Icons::fromSvg (logoSvg)),
     description (std::make_unique<PluginDescComponent> (product)),
-    credits (product.getProductName(), product.getYear())
+    credits (product.getCredits())
 {
     if (logo != nullptr)
     {

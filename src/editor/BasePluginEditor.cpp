@@ -53,7 +53,7 @@ BasePluginEditor::BasePluginEditor (BasePlugin& owner, bool loadsSkinFiles) :
     buildLabel.setColour (juce::Label::backgroundColourId, look.findColour (DefaultLookAndFeel::statusBarBackgroundId));
     buildLabel.addMouseListener (this, false);
     addChildComponent (buildLabel);
-    buildLabel.setVisible (! plugin.getReleaseChannel().equalsIgnoreCase ("master"));
+    buildLabel.setVisible (! plugin.isRelease());
 
     panelHeight = initialHeight;
     setSize (initialWidth, initialHeight + statusBar.getHeight());

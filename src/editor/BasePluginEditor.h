@@ -61,6 +61,9 @@ public:
     /** The skin that is shown, or will be. */
     juce::String getSkinName() const override;
 
+    /** Those that are sizes of one skin; else all that are installed. */
+    juce::StringArray getSkinSizes() const override { return findSkins(); }
+
     juce::File getSkinsFolder() const;
 
     GFXPanel* getSkinPanel() const noexcept { return skinPanel.get(); }

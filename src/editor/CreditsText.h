@@ -4,6 +4,8 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
+#include "core/SoftwareDesignation.h"
+
 namespace K7R
 {
 
@@ -11,8 +13,7 @@ namespace K7R
 class CreditsText final : public juce::Component
 {
 public:
-    /** @param productName that the text begins with */
-    CreditsText (const juce::String& productName, const juce::String& year);
+    explicit CreditsText (const std::vector<SoftwareDesignation::Credit>&);
 
     /** Takes a width, and the height that goes with it. */
     void setWidth (int width);

@@ -14,17 +14,20 @@ constexpr int width = 172, rowHeight = 22, spacing = 8;
 
 } // namespace
 
-GUIPickerComponent::GUIPickerComponent (const std::function<void (const juce::String&)>& onPick) :
+GUIPickerComponent::GUIPickerComponent (const juce::StringArray& skins,
+                                        const std::function<void (const juce::String&)>& onPick) :
     icon (Icons::create (Icons::Name::resize))
 {
     caption.setBorderSize ({});
     addAndMakeVisible (caption);
     addAndMakeVisible (*icon);
 
-    for (auto* button : { &bigButton, &smallButton })
+    for (const auto& skin : skins)
     {
-        button->onClick = [toCall = onPick, name = button->getName()] { toCall (name); };
-        addAndMakeVisible (button);
+        auto button = std::make_unique<juce::TextButton> (skin);
+        button->onClick = [toCall = onPick, skin] { toCall (skin); };
+        addAndMakeVisible (*button);
+        buttons.push_back (std::move (button));
     }
 
     setSize (width, 2 * rowHeight + spacing);
@@ -32,7 +35,7 @@ GUIPickerComponent::GUIPickerComponent (const std::function<void (const juce::St
 
 void GUIPickerComponent::setCurrent (const juce::String& skin)
 {
-    for (auto* button : { &bigButton, &smallButton })
+    for (const auto& button : buttons)
         button->setToggleState (button->getName().equalsIgnoreCase (skin), juce::dontSendNotification);
 }
 
@@ -44,8 +47,15 @@ void GUIPickerComponent::resized()
     top.removeFromLeft (spacing);
     caption.setBounds (top);
     area.removeFromTop (spacing);
-    bigButton.setBounds (area.removeFromLeft ((width - spacing) / 2));
-    smallButton.setBounds (area.removeFromRight ((width - spacing) / 2));
+
+    const auto numButtons = static_cast<int> (buttons.size());
+    const auto buttonWidth = (width - (numButtons - 1) * spacing) / juce::jmax (1, numButtons);
+
+    for (const auto& button : buttons)
+    {
+        button->setBounds (area.removeFromLeft (buttonWidth));
+        area.removeFromLeft (spacing);
+    }
 }
 
 } // namespace K7R

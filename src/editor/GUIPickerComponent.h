@@ -4,18 +4,20 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "widgets/look/HardLabel.h"
 
 namespace K7R
 {
 
-/** The choice between the two sizes of the product's skin. */
+/** The choice between the sizes of the product's skin. */
 class GUIPickerComponent final : public juce::Component
 {
 public:
-    /** @param onPick told the name of the skin */
-    explicit GUIPickerComponent (const std::function<void (const juce::String& skin)>& onPick);
+    /** @param skins the names of the skins to choose from, a button each
+        @param onPick told the name of the skin */
+    GUIPickerComponent (const juce::StringArray& skins, const std::function<void (const juce::String& skin)>& onPick);
 
     /** Marks the skin that is shown. */
     void setCurrent (const juce::String& skin);
@@ -25,7 +27,7 @@ public:
 private:
     HardLabel caption { {}, "Skin size" };
     std::unique_ptr<juce::Drawable> icon;
-    juce::TextButton bigButton { "Big" }, smallButton { "Small" };
+    std::vector<std::unique_ptr<juce::TextButton>> buttons;
 };
 
 } // namespace K7R

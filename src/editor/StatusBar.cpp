@@ -88,7 +88,7 @@ std::unique_ptr<juce::Component> StatusBar::createContent (Popup popup)
                 [this] { FloatingComponentOwner::hideFloating (*this, settingsOf (Popup::midi).panel, nullptr); });
 
         case Popup::gui:
-            return std::make_unique<GUIPickerComponent> ([this] (const juce::String& skin)
+            return std::make_unique<GUIPickerComponent> (owner.getSkinSizes(), [this] (const juce::String& skin)
                                                          { owner.switchSkin (skin); });
     }
 

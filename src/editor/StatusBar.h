@@ -31,6 +31,9 @@ public:
         virtual ~Owner() = default;
 
         virtual juce::String getSkinName() const = 0;
+
+        /** The skins that the popup of the window's size offers. */
+        virtual juce::StringArray getSkinSizes() const = 0;
         virtual void switchSkin (const juce::String& name) = 0;
     };
 

@@ -70,6 +70,31 @@ int Quilvane::getNumHostParameters() const
     return parameterIds::numPresetParameters;
 }
 
+bool Quilvane::isRelease() const
+{
+    return getReleaseChannel().equalsIgnoreCase ("master");
+}
+
+std::vector<SoftwareDesignation::Credit> Quilvane::getCredits() const
+{
+    return {
+        { getProductName(),
+          "Copyright " + getYear()
+              + " K7R Group and the authors of its source code.\n"
+                "This program is free software: you can redistribute it and modify it under the terms of the GNU "
+                "General Public License as published by the Free Software Foundation, version 3 or any later one. It "
+                "comes without any warranty. The source code comes with the program." },
+        { "JUCE 7", "The framework under the plug-in and its windows. Copyright Raw Material Software Limited. Used "
+                    "under the GNU General Public License, version 3." },
+        { "DejaVu Sans Condensed", "The letters of these windows. Copyright Bitstream, Inc., and the DejaVu authors, "
+                                   "under the free licence of the Bitstream Vera fonts." },
+        { "Inter and JetBrains Mono", "The letters of the panel. Copyright the Inter and JetBrains Mono project "
+                                      "authors, under the SIL Open Font License 1.1." },
+        { "Libraries", "FLAC, Ogg and Vorbis by Xiph.Org; libpng, libjpeg, zlib and FreeType by their authors." },
+        { {}, "VST is a trademark of Steinberg Media Technologies GmbH." },
+    };
+}
+
 std::unique_ptr<GlassRailEffectCore> Quilvane::makeCore()
 {
     return std::make_unique<QuilvaneCore> (getRateConstants());

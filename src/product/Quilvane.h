@@ -36,8 +36,10 @@ public:
     juce::String getFormatName() const override { return "VST"; }
     juce::String getArchitecture() const override { return "64bit"; }
     juce::String getReleaseChannel() const override;
+    bool isRelease() const override;
     juce::String getDisplayVersion() const override { return getVersion(); }
     juce::String getRevision() const override { return "0"; }
+    std::vector<Credit> getCredits() const override;
 
     juce::String getShortName() const override { return "QV"; }
     int getNumPresetParameters() const override;

@@ -18,6 +18,8 @@ class QuilvaneEditor final : public K7R::GlassRailEffectEditor
 public:
     explicit QuilvaneEditor (Quilvane&);
 
+    juce::StringArray getSkinSizes() const override { return { "Big", "Small" }; }
+
 protected:
     void skinUnloading() override;
     void skinLoaded() override;

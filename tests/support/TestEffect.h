@@ -25,6 +25,7 @@ public:
     juce::String getFormatName() const override { return {}; }
     juce::String getArchitecture() const override { return {}; }
     juce::String getReleaseChannel() const override { return {}; }
+    bool isRelease() const override { return getReleaseChannel().equalsIgnoreCase ("master"); }
     juce::String getDisplayVersion() const override { return {}; }
     juce::String getRevision() const override { return {}; }
     bool hasPresets() const override { return true; }

@@ -474,6 +474,7 @@ TEST_F (Windows, TheStatusBarKeepsWhatIsMoreImportantForItsTime)
     struct Owner : StatusBar::Owner
     {
         juce::String getSkinName() const override { return {}; }
+        juce::StringArray getSkinSizes() const override { return {}; }
         void switchSkin (const juce::String&) override {}
     } owner;
 
@@ -532,7 +533,7 @@ TEST_F (Windows, SetBoldAndItalicLettersWithoutAFontOfTheMachine)
         PluginInTest instance;
         const auto& product = instance.processor.getPlugin();
         Caller caller;
-        AboutWindow about (product, caller);
+        AboutWindow about (product, {}, caller);
         auto* name = allOf<juce::HyperlinkButton> (about).front();
         auto& description = *name->getParentComponent();
 
