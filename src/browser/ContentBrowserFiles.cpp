@@ -85,6 +85,14 @@ void ContentBrowser::performSave (const juce::String& name)
     source.loadItem (saved.name);
     content.showSource (source);
     close (true);
+
+    // The ticks stay unless they hide it.
+    if (const auto* shown = content.find (saved); shown != nullptr && shown->hidden)
+    {
+        rebuild (Reading::nothing, Ticks::discarded);
+        results.flush();
+    }
+
     results.selectItem (content.find (saved), false);
 
     if (saved.name != name)

@@ -82,6 +82,10 @@ void ContentBrowser::openSaveAs (juce::Component& editor)
     if (isEditing())
         setEditMode (false);
 
+    // The tags that will be saved are seen.
+    if (resultsExpanded)
+        resultsExpandClicked();
+
     setTitle (browserTitle + " - Save As");
     mode = Mode::saveAs;
     selectLoaded();

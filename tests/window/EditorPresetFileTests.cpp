@@ -141,3 +141,33 @@ TEST_F (EditorBrowser, ShowsWhatWasSavedAndWhatWasNot)
     EXPECT_EQ (colourOfTag(), lit);
     EXPECT_TRUE (window->hasStatusText (testskin::wideHeight, testskin::wideWidth));
 }
+
+TEST_F (EditorBrowser, TicksAndHiddenColumnsDoNotHideWhatIsSaved)
+{
+    constexpr Place expandButton { layout::resultsLeft, layout::content.y, 20, 20 };
+
+    // A tag is ticked that the new preset doesn't have.
+    browseUser();
+    click (layout::tag (1, 0));
+    click (layout::row (0));
+    EXPECT_TRUE (waitForFeedback ("40"));
+    click (layout::tag (1, 0));
+    click (layout::tag (0, 0));
+    click (layout::okButton);
+    ASSERT_TRUE (waitForCover (false));
+    openSaveAs();
+    enter ("aaa");
+    ASSERT_TRUE (waitForCover (false));
+    browse();
+    EXPECT_EQ (getSelectedRows(), "0");
+    EXPECT_EQ (tagsOf ("aaa"), "");
+
+    // The columns come back for the tags of what is saved.
+    click (expandButton);
+    click (layout::okButton);
+    openSaveAs();
+    click (layout::slowOfAll);
+    enter ("bbb");
+    ASSERT_TRUE (waitForCover (false));
+    EXPECT_NE (tagsOf ("bbb").find ("Slow"), std::string::npos) << tagsOf ("bbb");
+}

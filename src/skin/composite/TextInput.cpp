@@ -97,7 +97,7 @@ void TextInput::readFont (const juce::XmlElement& element, SkinFile& skin)
     if (const auto typeface = skin.getTypeface (name, isBold))
         font = juce::Font (typeface).withHeight (height);
     else
-        font = juce::Font (name, height, isBold ? juce::Font::bold : juce::Font::plain);
+        font = juce::Font (defaultTypeface, height, isBold ? juce::Font::bold : juce::Font::plain);
 
     font.setExtraKerningFactor (readNumber (element, "extraKerning", 0.0f, -1.0f, widestKerning));
 }
