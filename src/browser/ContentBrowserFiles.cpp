@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// What the browser asks before it saves, deletes, exports and imports.
+// The browser's questions before it saves, deletes, exports and imports.
 
 #include "browser/ContentBrowser.h"
 #include "core/BasePlugin.h"
@@ -71,7 +71,7 @@ void ContentBrowser::performSave (const juce::String& name)
 
     if (item == nullptr)
     {
-        // What was typed and ticked stays for another try.
+        // The typed name and the ticked tags stay for another try.
         results.show (content.getItems());
         listener.browserMessage ("'" + name + "' couldn't be saved");
 

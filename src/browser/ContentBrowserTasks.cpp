@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// What the browser does to many files, in slices of the message loop's time.
+// The browser's work on many files, in slices of the message loop's time.
 
 #include <set>
 

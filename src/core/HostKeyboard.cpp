@@ -76,7 +76,7 @@ bool canTakeFocus (::Window window)
 
 } // namespace
 
-/** What JUCE asks of the server about the focus passes through here. */
+/** JUCE's requests to the server about the focus pass through here. */
 struct HostKeyboard::Requests
 {
     static void install()

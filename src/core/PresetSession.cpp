@@ -93,7 +93,7 @@ void PresetSession::load (const Preset& preset)
                     changed.push_back (parameter);
             };
 
-            // What the preset doesn't mention falls back to the default, not to the present value.
+            // A parameter that the preset lacks falls back to the default, not to the present value.
             for (const auto& entry : defaultPreset.getEntries())
                 if (! preset.contains (entry.id))
                     store (entry.id, entry.value);

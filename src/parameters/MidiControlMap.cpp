@@ -123,7 +123,7 @@ MidiControlMap::Learn MidiControlMap::closeLearn() noexcept
 
 void MidiControlMap::keepLearned() noexcept
 {
-    // What was learned stays in force until the entries have it.
+    // The learned controller stays in force until the entries have it.
     const auto learn = closeLearn();
 
     if (auto* parameter = getParameter (learn); parameter != nullptr && learn.controller != noController)

@@ -32,7 +32,7 @@ constexpr const char* controlAttributes = "name paramReset";
 constexpr const char* controlChildren = "pos size gfx links actions";
 constexpr const char* anyControl = "*";
 
-/** What stands in each element: a control, or a part of one or of the document. A part may have what any of the
+/** The contents of each element: a control, or a part of one or of the document. A part may have what any of the
     controls reads from it: a size without effect beside an image is no mistake. */
 constexpr std::array<Word, 43> vocabulary { {
     { "Knob", Kind::control, "", "" },

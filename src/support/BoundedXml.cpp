@@ -142,7 +142,7 @@ private:
 
             rest.remove_prefix (1);
 
-            // Of several of one name the first counts, as it always did.
+            // The first of several attributes of one name counts, as it always did.
             if (const auto& id = names[name]; ! element.hasAttribute (id))
                 element.setAttribute (id, toString (value));
 

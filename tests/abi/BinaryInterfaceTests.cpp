@@ -586,7 +586,8 @@ TEST_F (BinaryInterface, ASampleThatIsNotFiniteSilencesNoMoreThanItsRun)
                 EXPECT_EQ (right, plainRight);
                 EXPECT_TRUE (std::equal (left.begin(), left.begin() + poisoned - longestRun, plainLeft.begin()));
 
-                // What the filters knew is lost; after 100 ms nothing tells. The largest number is one, and may ring on.
+                // The filters' state is lost; after 100 ms nothing is heard of it. The largest number is finite, and
+                // may ring on.
                 const auto settled = std::isfinite (poison) ? left.size() : poisoned + 4800;
 
                 for (auto i = settled; i < left.size(); ++i)

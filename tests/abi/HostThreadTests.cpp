@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// What hosts ask of the built plug-in from several threads. Each test runs in a process of its own, which an alarm
+// Calls of hosts into the built plug-in from several threads. Each test runs in a process of its own, which an alarm
 // ends where threads wait for each other for good.
 
 #include <array>

@@ -194,7 +194,7 @@ TEST_F (PresetFiles, ThatAreListedCanBeLoaded)
         EXPECT_EQ ("A:" + manager.getValueString (1), item->tags.toText()) << item->name;
     }
 
-    // What is done to one is done to its own file.
+    // Each change reaches the item's own file.
     EXPECT_TRUE (content.loadItem ("Two"));
     EXPECT_EQ (manager.getValueString (1), "3");
     EXPECT_TRUE (content.assignTags (*content.findItem ("Up"), TagSet::fromText ("A:new")));

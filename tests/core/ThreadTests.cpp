@@ -140,7 +140,7 @@ TEST (Threads, LearnAndTakeBackWhileControllersMove)
         }
         else
         {
-            // What was learned took the place of one at most.
+            // The learned controller took the place of one entry at most.
             map.stopLearn();
             const auto kept = map.takeSnapshot();
             const auto place = map.getController (learned);

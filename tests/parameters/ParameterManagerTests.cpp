@@ -178,7 +178,7 @@ TEST (BoundedXml, RefusesWhatAParserCouldChokeOn)
                                    "<?b <a/>" })
         EXPECT_EQ (parseBoundedXml (juce::String (malformed)), nullptr) << malformed;
 
-    // Of a head nothing counts behind its tag, and everything before.
+    // In a head, nothing behind its tag counts, and everything before it does.
     for (const auto* malformed : { "", "<a", "<a b", "<a b=", "<a b='", "<a b='&", "<a b='&#", "<a b='&#x", "<a b='&#5",
                                    "<a b='c'", "<!--<a>" })
         EXPECT_EQ (parseBoundedXmlHead (juce::String (malformed)), nullptr) << malformed;

@@ -97,7 +97,7 @@ bool stopFailing()
 
 void* operator new (size_t size)
 {
-    // Whoever is told of the want has memory again.
+    // The handler of the failure has memory again.
     if (probe::numBlocksLeft >= 0 && --probe::numBlocksLeft < 0)
         throw std::bad_alloc();
 

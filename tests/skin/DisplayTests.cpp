@@ -171,7 +171,7 @@ TEST_F (TextDisplays, ShowNamesWhole)
     EXPECT_EQ (frames (shows ("0123456789")), "0123456789");
     EXPECT_EQ (display().getTooltip(), "");
 
-    // What is too long ends in an ellipsis, of the program's font here, and the tooltip tells the whole.
+    // A name that is too long ends in an ellipsis, here in the program's font; the tooltip shows all of it.
     const auto cut = shows ("0123456789 and more");
     EXPECT_EQ (frames (cut), "012345678");
     EXPECT_EQ (display().getTooltip(), "0123456789 and more");

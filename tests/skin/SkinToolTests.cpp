@@ -282,7 +282,7 @@ TEST_F (SkinTool, VerifyKnowsTheBoundsOfTheWholeSkin)
     members.emplace_back ("skin.xml", document (different));
     EXPECT_EQ (countProblems (members, "leave it no room"), 2);
 
-    // What takes no bytes but much painting, or much building.
+    // Skins of few bytes that take much painting, or much building.
     const auto knobs = juce::String::repeatedString ("<Knob><size width=\"4096\" height=\"4096\"/></Knob>", 100);
     EXPECT_EQ (countProblems ({ { "skin.xml", document (knobs) } }, "cover the panel more than 16 times"), 84);
 

@@ -537,7 +537,7 @@ TEST_F (Windows, SetBoldAndItalicLettersWithoutAFontOfTheMachine)
         auto* name = allOf<juce::HyperlinkButton> (about).front();
         auto& description = *name->getParentComponent();
 
-        /** What a line of the window paints, and the same text in plain letters. */
+        /** Compares a painted line of the window with the same text in plain letters. */
         const auto isPlain = [&] (juce::Component& painted, juce::Rectangle<int> area, const juce::String& text,
                                   float height, juce::Colour colour)
         {

@@ -55,7 +55,7 @@ inline constexpr Place closeButton { testskin::wideWidth - 26, 5, 20, 20 };
 
 using Keys = std::vector<const char*>;
 
-/** What presses the buttons of the questions. */
+/** The keys that press the buttons of the questions. */
 namespace answers
 {
 
@@ -104,7 +104,7 @@ protected:
                                     << percent << "\"/></Parameters></Preset>";
     }
 
-    /** What stands in a file behind a text, up to the next quotation mark. */
+    /** Returns the part of a file behind a text, up to the next quotation mark. */
     static std::string find (const files::path& file, const std::string& before)
     {
         if (! files::is_regular_file (file))

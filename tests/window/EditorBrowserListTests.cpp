@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// What the browser shows and how it goes back: many categories, edit mode, a folder that others write to, and the way
+// The browser's contents and its ways back: many categories, edit mode, a folder that others write to, and the way
 // to what was heard before.
 
 #include "EditorBrowser.h"
@@ -118,7 +118,7 @@ TEST_F (EditorBrowserList, ManyCategoriesLeaveRoomForTheResultsAndTheWaysOut)
 
 TEST_F (EditorBrowserList, EditModeEndsWithTheWindowAndKeepsWhatIsTicked)
 {
-    // Of the user's presets: Fast are the first and the last, Slow the second and the fourth.
+    // The first and the last of the user's presets are Fast, the second and the fourth are Slow.
     browseUser();
     click (layout::tag (0, 1));
     click (layout::row (1));
@@ -337,7 +337,7 @@ TEST_F (EditorBrowserList, ThousandsAreTaggedAndDeletedInSlicesThatCanBeStopped)
     ASSERT_TRUE (window->openAndSee());
     EXPECT_EQ (countFiles(), numLeft);
 
-    // What is left is what is listed, and goes the same way.
+    // The rest is listed, and goes the same way.
     browse();
     click (layout::editButton);
     selectAll();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// What is typed into the editor's fields: by a keyboard, in a host's window, up to the host's parameters.
+// Typing into the editor's fields: by a keyboard, in a host's window, up to the host's parameters.
 
 #include <cctype>
 #include <thread>
@@ -75,7 +75,7 @@ protected:
         window->type (endKey);
     }
 
-    /** What was typed moved the parameter by one gesture of one value. */
+    /** Expects that the typed text moved the parameter by one gesture of one value. */
     void expectOneValue (int parameter, const std::string& text)
     {
         EXPECT_TRUE (window->waitFor ([&] { return gestureHasEnded (instance()); })) << text;
@@ -161,7 +161,7 @@ TEST_F (EditorFields, GiveWhatIsTypedToTheHost)
         EXPECT_TRUE (window->waitToRead (feedbackText, shown)) << typed;
     }
 
-    // What is there already makes no gesture, however it came there.
+    // A text that names the present value makes no gesture.
     typeOver (feedbackText, "7.6", "Return", 0);
     expectNothing (feedback, "7%");
 
@@ -200,12 +200,12 @@ TEST_F (EditorFields, GiveWhatIsTypedToTheHost)
     EXPECT_TRUE (window->waitFor ([&] { return textOf (centerFrequency) == "440Hz"; }));
     EXPECT_EQ (countValues(), 1);
 
-    // What the parameter refuses of a drag isn't shown.
+    // A part of a drag that the parameter refuses isn't shown.
     window->startDrag (digit (2), -40);
     EXPECT_TRUE (waitForDigits ("00020"));
     window->release();
 
-    // Of a double click the second one is for the reset.
+    // The second click of a double click resets.
     std::this_thread::sleep_for (doubleClickTime);
     window->doubleClick (digit (1));
     EXPECT_TRUE (waitForDigits ("00320"));
@@ -259,7 +259,7 @@ TEST_F (EditorFields, EndWithTheHostsWindowAsIfNothingHadBeenTyped)
             const auto frequency = textOf (centerFrequency);
             typeOver (field, "4", "4");
 
-            // Of a text; on others the right button is for the parameter.
+            // A text has a menu; on other fields the right button is for the parameter.
             if (hasMenu && (&field == &fields[0] || &field == &fields[1]))
             {
                 const auto numWindows = screen->countWindows();

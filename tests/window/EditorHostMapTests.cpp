@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// What the host calls at which index, and by which defaults, as a person changes it in the editor.
+// The host's indexes and the parameters' defaults, as a person changes them in the editor.
 
 #include <cstdlib>
 

@@ -177,7 +177,7 @@ TEST_F (EditorBrowser, TagsLeaveTheKeysWithTheResultsAndReturnIsOk)
     click (layout::row (1));
     ASSERT_TRUE (waitForFeedback ("20"));
 
-    // Of those that are fast, from the first on.
+    // Walks through the fast ones, from the first on.
     click (layout::tag (0, 0));
     click (layout::row (0));
     ASSERT_TRUE (waitForFeedback ("10"));

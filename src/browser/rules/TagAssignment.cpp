@@ -84,7 +84,7 @@ TagSet TagAssignment::tagsFor (const TagSet& oldTags) const
     forEachTag (oldTags,
                 [&] (const juce::String& category, const juce::String& tag)
                 {
-                    // Of many items only so many tags are known; the others stay.
+                    // Only so many tags of many items are known; the others stay.
                     if (keepTags.contains (category, tag) || getInitialState (category, tag) == State::off)
                         result.add (category, tag);
                 });

@@ -15,7 +15,7 @@ constexpr float textHeight = 12.0f;
 constexpr int defaultHeight = 18;
 constexpr int roomBesideText = 8;
 
-// Of the strip; where it has two, a lit button looks as if it were down.
+// A frame of the strip; where it has two, a lit button looks as if it were down.
 constexpr int upFrame = 0, downFrame = 1, litFrame = 2;
 
 constexpr int repeatDelayMs = 1000, repeatIntervalMs = 100;

@@ -7,9 +7,8 @@
 namespace K7R
 {
 
-/** What the sliders of a skin share: a film strip in place of the slider's own look, a parameter that follows the
-    slider, and the gestures that belong to the editor and don't reach the slider: whatever the mouse does with the right button or
-    with Shift. */
+/** The base of a skin's sliders: a film strip in place of the slider's own look, and a parameter that follows the
+    slider. Presses of the right button or with Shift belong to the editor and don't reach the slider. */
 class LinkedSlider : public BaseGFXController, public juce::Slider
 {
 public:
@@ -34,7 +33,7 @@ protected:
     /** Without a strip: the parameter's name and value over the slider's own look. */
     virtual void paintFallback (juce::Graphics&);
 
-    /** The slider's value, as 0 to 1; of a parameter of steps the one that it took, which the slider may rest beside. */
+    /** Returns the value to show, 0 to 1: the slider's, or the step that a stepped parameter took, which may differ. */
     float getShownValue() const;
 
     /** The value as text, of a slider without a parameter. */

@@ -48,7 +48,7 @@ void GFXDisplay::readFromXml (const juce::XmlElement& element, SkinFile& skin)
 
 void GFXDisplay::updateFromParameter (Parameter& parameter)
 {
-    // What the user types stands until it's done.
+    // The text that the user types stays until the edit ends.
     if (! isEditing)
         setText (parameter.getDisplayText());
 }
@@ -133,7 +133,7 @@ void GFXDisplay::mouseDoubleClick (const juce::MouseEvent& e)
 
 void GFXDisplay::startEditing()
 {
-    // Of a value, what is seen: of a longer text that is the value without the end of its unit.
+    // A value is edited as it is seen: a longer text without the end of its unit.
     if (auto* parameter = getParameter(); parameter != nullptr && isCutOff())
     {
         const auto seen = text.substring (0, countVisible());
@@ -181,7 +181,7 @@ void GFXDisplay::stopEditing (bool keepsText)
     else if (getParameter() != nullptr)
         sendText (text);
 
-    // What the parameter took, or what stood there; it may have moved meanwhile.
+    // Shows the value that the parameter took, or has; it may have moved meanwhile.
     if (auto* parameter = getParameter())
         updateFromParameter (*parameter);
 
@@ -297,7 +297,7 @@ juce::String GFXDisplay::getShownText() const
     if (isBlinkedOff() && ! isEditing)
         return {};
 
-    // Of a value, the end that is cut off is the unit's.
+    // A value loses only the end of its unit.
     if (font.isValid() && isName() && isCutOff())
         return text.substring (0, countVisible() - 1).trimEnd() + juce::String::charToString (ellipsis);
 

@@ -134,7 +134,7 @@ void NumericDisplay::buildCells (const juce::XmlElement& element, SkinFile& skin
 //==============================================================================
 void NumericDisplay::updateFromParameter (Parameter& parameter)
 {
-    // What the user types stands until it's done.
+    // The text that the user types stays until the edit ends.
     if (! isEditing)
         setValue (static_cast<double> (parameter.getFloat()), false);
 }

@@ -56,8 +56,8 @@ QUILVANE_INLINE void storeVector (void* destination, Vector v)
     std::memcpy (destination, &v, sizeof (v));
 }
 
-/** a b + c, in one operation where the processor has it. The compilers aren't let to fuse by themselves: of a sum of two
-    products they would choose which one, and some sums have to be rounded like the plain ones. */
+/** Returns a b + c, in one operation where the processor has it. The compilers may not fuse on their own: in a sum of
+    two products they would choose which one, and some sums have to be rounded like the plain ones. */
 template <typename Vector>
 QUILVANE_INLINE Vector multiplyAdd (Vector a, Vector b, Vector c)
 {
